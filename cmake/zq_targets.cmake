@@ -1,0 +1,34 @@
+# What every target of the project has in common.
+
+add_library(zq_build_flags INTERFACE)
+target_include_directories(zq_build_flags INTERFACE ${PROJECT_SOURCE_DIR}
+                                                    ${PROJECT_SOURCE_DIR}/include)
+target_compile_options(
+  zq_build_flags
+  INTERFACE -Wall -Wextra -Werror -Wconversion)
+# Floating-point results are part of the kernels' behaviour: no fused operations.
+target_compile_options(zq_build_flags INTERFACE -ffp-contract=off)
+if(ZQ_SANITIZE)
+  target_compile_options(
+    zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE} -fno-sanitize-recover=all
+                             -fno-omit-frame-pointer -g)
+  target_link_options(zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE})
+endif()
+
+# zq_layer(NAME SOURCES ... DEPENDS ...): one layer of the system, a static library.
+function(zq_layer name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC zq_build_flags ${ARG_DEPENDS})
+endfunction()
+
+# zq_test(NAME SOURCES ... DEPENDS ...): one test program; its cases become tests of their own.
+function(zq_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zq_build_flags ${ARG_DEPENDS} GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(
+    ${name}
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp")
+endfunction()

@@ -1,0 +1,49 @@
+/** @file
+ *  The few platform words that the public headers share.
+ *
+ *  On Windows everything comes from <windows.h>. Elsewhere the system brings its own small layer
+ *  with the same names, types and values; this header declares just the types that a host meets.
+ *  Valid C and C++.
+ */
+#ifndef ZQ_PLATFORM_H
+#define ZQ_PLATFORM_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef _WIN32
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+/** Calling convention of the exports, the imaging library's calls and the engine's hooks. */
+#define ZQ_CALL __stdcall
+/** Marks a function of a shared library; on Windows the .def files name the exports. */
+#define ZQ_API
+
+#else
+
+#define ZQ_CALL
+#define ZQ_API __attribute__((visibility("default")))
+
+typedef void* HGLOBAL;
+typedef unsigned int UINT;
+typedef int BOOL;
+typedef size_t SIZE_T;
+
+#endif
+
+#ifdef __cplusplus
+#define ZQ_EXTERN_C_BEGIN extern "C" {
+#define ZQ_EXTERN_C_END }
+#else
+#define ZQ_EXTERN_C_BEGIN
+#define ZQ_EXTERN_C_END
+#endif
+
+#endif

@@ -1,0 +1,46 @@
+/** @file
+ *  The three functions of the library `zqUi`. Valid C and C++.
+ *
+ *  Call them on the user-interface thread, one at a time. The document must stay valid and
+ * unchanged while a call runs; it is only read.
+ */
+#ifndef ZQ_ZQUI_H
+#define ZQ_ZQUI_H
+
+#include <zq/document.h>
+#include <zq/params.h>
+#include <zq/platform.h>
+
+ZQ_EXTERN_C_BEGIN
+
+/** Shows the dialog of one effect and gives the chosen record back.
+ *
+ *  @param effectId     number of the effect
+ *  @param parent       owner of the dialog: on Windows an HWND, elsewhere the native id of a window
+ *                      (a Qt window's WId, an X11 window) cast to a pointer; null for none
+ *  @param document     the picture; its current layer needs an image and a mask
+ *  @param paramBuffer  room for the effect's record (params.h); read it only after the result 1
+ *  @return 1 after OK, 0 after Cancel, -2 for an effect without a dialog */
+ZQ_API int32_t ZQ_CALL GetZQParam(int32_t effectId, void* parent, DocHandle document,
+                                  void* paramBuffer);
+
+/** Shows the Effect Browser and gives the chosen effect and its record back.
+ *
+ *  @param parent       as above
+ *  @param document     as above
+ *  @param effectId     receives the number of the chosen effect
+ *  @param paramBuffer  room for the largest record that the browser can offer (16 bytes), whatever
+ *                      `bufferSize` says; used as working space meanwhile
+ *  @param bufferSize   bytes of the accepted record that are copied back, at most 300
+ *  @return 1 after OK, 0 after Cancel */
+ZQ_API int32_t ZQ_CALL GetZQBrowserParam(void* parent, DocHandle document, int32_t* effectId,
+                                         void* paramBuffer, int32_t bufferSize);
+
+/** Sets the three words that every preview hands to the imaging library as its background, from the
+ *  next paint on. They are 0 until then and last for the process.
+ *  @return 1 */
+ZQ_API int32_t ZQ_CALL GetZquiBackgroundSetting(int32_t word0, uint32_t word1, uint32_t word2);
+
+ZQ_EXTERN_C_END
+
+#endif

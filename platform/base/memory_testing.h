@@ -1,0 +1,18 @@
+// For tests only: how many blocks live, and allocations that fail on purpose.
+#pragma once
+
+#include "platform/types.h"
+#include <zq/platform.h>
+
+// Blocks that were taken and not given back, on all threads.
+ZQ_API std::size_t LiveBlockCount();
+
+// The sum of the lock counts of all live blocks.
+ZQ_API std::size_t LiveLockCount();
+
+// Lets the n-th allocation from now on fail, counted from 1 on all threads, and all others succeed;
+// 0 ends it.
+ZQ_API void FailAllocation(std::size_t n);
+
+// Allocations asked for since the last FailAllocation call, failed ones included.
+ZQ_API std::size_t AllocationCount();

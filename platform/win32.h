@@ -1,0 +1,418 @@
+// The one door to the platform.
+//
+// On Windows this is <windows.h>. Elsewhere it declares, under the names, types and values of
+// Win32, just the operations that the system uses, with the semantics that Windows documents for
+// them. `platform/base` implements memory, cursor and keyboard; `platform/qt` implements the rest.
+#pragma once
+
+#ifdef _WIN32
+
+#include <zq/platform.h>
+
+#include <commdlg.h>
+
+#else
+
+#include <zq/memory.h>
+
+#include <cstdint>
+
+// ---- Types ------------------------------------------------------------------------------------
+
+struct HWND__;
+struct HINSTANCE__;
+struct HGDIOBJ__;
+struct HDC__;
+struct HCURSOR__;
+
+using HWND = HWND__*;
+using HINSTANCE = const HINSTANCE__*;
+using HDC = HDC__*;
+using HGDIOBJ = HGDIOBJ__*;
+using HBRUSH = HGDIOBJ__*;
+using HFONT = HGDIOBJ__*;
+using HCURSOR = HCURSOR__*;
+using HICON = void*;
+using HMENU = void*;
+
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using SHORT = std::int16_t;
+using ATOM = std::uint16_t;
+using COLORREF = std::uint32_t;
+using UINT_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+using INT_PTR = std::intptr_t;
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
+using LRESULT = std::intptr_t;
+using LPVOID = void*;
+using LPSTR = char*;
+using LPCSTR = const char*;
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+struct PAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;
+};
+
+struct DRAWITEMSTRUCT {
+    UINT CtlType;
+    UINT CtlID;
+    UINT itemID;
+    UINT itemAction;
+    UINT itemState;
+    HWND hwndItem;
+    HDC hDC;
+    RECT rcItem;
+    UINT_PTR itemData;
+};
+
+struct CREATESTRUCTA {
+    LPVOID lpCreateParams;
+    HINSTANCE hInstance;
+    HMENU hMenu;
+    HWND hwndParent;
+    int cy;
+    int cx;
+    int y;
+    int x;
+    LONG style;
+    LPCSTR lpszName;
+    LPCSTR lpszClass;
+    DWORD dwExStyle;
+};
+
+struct LOGFONTA {
+    LONG lfHeight;
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    char lfFaceName[32];
+};
+
+#pragma pack(push, 2)
+struct BITMAPINFOHEADER {
+    DWORD biSize;
+    LONG biWidth;
+    LONG biHeight;
+    WORD biPlanes;
+    WORD biBitCount;
+    DWORD biCompression;
+    DWORD biSizeImage;
+    LONG biXPelsPerMeter;
+    LONG biYPelsPerMeter;
+    DWORD biClrUsed;
+    DWORD biClrImportant;
+};
+#pragma pack(pop)
+
+struct RGBQUAD {
+    BYTE rgbBlue;
+    BYTE rgbGreen;
+    BYTE rgbRed;
+    BYTE rgbReserved;
+};
+
+struct BITMAPINFO {
+    BITMAPINFOHEADER bmiHeader;
+    RGBQUAD bmiColors[1];
+};
+
+#define CALLBACK
+#define WINAPI
+
+using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using TIMERPROC = void(CALLBACK*)(HWND, UINT, UINT_PTR, DWORD);
+
+struct WNDCLASSEXA {
+    UINT cbSize;
+    UINT style;
+    WNDPROC lpfnWndProc;
+    int cbClsExtra;
+    int cbWndExtra;
+    HINSTANCE hInstance;
+    HICON hIcon;
+    HCURSOR hCursor;
+    HBRUSH hbrBackground;
+    LPCSTR lpszMenuName;
+    LPCSTR lpszClassName;
+    HICON hIconSm;
+};
+
+// ---- Values -----------------------------------------------------------------------------------
+
+#ifndef FALSE
+#define FALSE 0
+#define TRUE 1
+#endif
+
+#define MAKEINTRESOURCEA(id)                                                                       \
+    (reinterpret_cast<LPCSTR>(static_cast<std::uintptr_t>(static_cast<WORD>(id))))
+#define MAKEWPARAM(low, high)                                                                      \
+    (static_cast<WPARAM>((static_cast<DWORD>(low) & 0xFFFFu) |                                     \
+                         ((static_cast<DWORD>(high) & 0xFFFFu) << 16)))
+#define MAKELPARAM(low, high)                                                                      \
+    (static_cast<LPARAM>((static_cast<DWORD>(low) & 0xFFFFu) |                                     \
+                         ((static_cast<DWORD>(high) & 0xFFFFu) << 16)))
+#define LOWORD(value) (static_cast<WORD>(static_cast<std::uintptr_t>(value) & 0xFFFFu))
+#define HIWORD(value) (static_cast<WORD>((static_cast<std::uintptr_t>(value) >> 16) & 0xFFFFu))
+
+constexpr UINT WM_CREATE = 1;
+constexpr UINT WM_DESTROY = 2;
+constexpr UINT WM_SIZE = 5;
+constexpr UINT WM_SETFOCUS = 7;
+constexpr UINT WM_KILLFOCUS = 8;
+constexpr UINT WM_SETTEXT = 12;
+constexpr UINT WM_GETTEXT = 13;
+constexpr UINT WM_PAINT = 15;
+constexpr UINT WM_CLOSE = 16;
+constexpr UINT WM_ERASEBKGND = 20;
+constexpr UINT WM_DRAWITEM = 43;
+constexpr UINT WM_SETFONT = 48;
+constexpr UINT WM_GETFONT = 49;
+constexpr UINT WM_NCCREATE = 129;
+constexpr UINT WM_NCDESTROY = 130;
+constexpr UINT WM_INITDIALOG = 272;
+constexpr UINT WM_COMMAND = 273;
+constexpr UINT WM_TIMER = 275;
+constexpr UINT WM_HSCROLL = 276;
+constexpr UINT WM_MOUSEMOVE = 512;
+constexpr UINT WM_LBUTTONDOWN = 513;
+constexpr UINT WM_LBUTTONUP = 514;
+constexpr UINT WM_LBUTTONDBLCLK = 515;
+constexpr UINT WM_USER = 1024;
+
+constexpr WPARAM MK_LBUTTON = 1;
+
+constexpr int SB_LINEUP = 0;
+constexpr int SB_LINEDOWN = 1;
+constexpr int SB_PAGEUP = 2;
+constexpr int SB_PAGEDOWN = 3;
+constexpr int SB_THUMBPOSITION = 4;
+constexpr int SB_THUMBTRACK = 5;
+constexpr int SB_TOP = 6;
+constexpr int SB_BOTTOM = 7;
+constexpr int SB_ENDSCROLL = 8;
+constexpr int SB_CTL = 2;
+
+constexpr UINT BM_GETCHECK = 240;
+constexpr UINT BM_SETCHECK = 241;
+constexpr UINT BM_CLICK = 245;
+constexpr UINT BN_CLICKED = 0;
+constexpr UINT BST_UNCHECKED = 0;
+constexpr UINT BST_CHECKED = 1;
+
+constexpr int IDOK = 1;
+constexpr int IDCANCEL = 2;
+
+constexpr DWORD WS_POPUP = 0x80000000;
+constexpr DWORD WS_CHILD = 0x40000000;
+constexpr DWORD WS_VISIBLE = 0x10000000;
+constexpr DWORD WS_DISABLED = 0x08000000;
+constexpr DWORD WS_CAPTION = 0x00C00000;
+constexpr DWORD WS_BORDER = 0x00800000;
+constexpr DWORD WS_SYSMENU = 0x00080000;
+constexpr DWORD WS_GROUP = 0x00020000;
+constexpr DWORD WS_TABSTOP = 0x00010000;
+
+constexpr DWORD BS_PUSHBUTTON = 0;
+constexpr DWORD BS_DEFPUSHBUTTON = 1;
+constexpr DWORD BS_CHECKBOX = 2;
+constexpr DWORD BS_AUTOCHECKBOX = 3;
+constexpr DWORD BS_RADIOBUTTON = 4;
+constexpr DWORD BS_GROUPBOX = 7;
+constexpr DWORD BS_AUTORADIOBUTTON = 9;
+constexpr DWORD BS_OWNERDRAW = 11;
+constexpr DWORD SS_LEFT = 0;
+constexpr DWORD SS_CENTER = 1;
+constexpr DWORD SS_RIGHT = 2;
+constexpr DWORD DS_SETFONT = 0x40;
+constexpr DWORD DS_MODALFRAME = 0x80;
+constexpr DWORD DS_CENTER = 0x800;
+
+constexpr UINT CS_VREDRAW = 1;
+constexpr UINT CS_HREDRAW = 2;
+constexpr UINT CS_DBLCLKS = 8;
+
+constexpr int GWLP_USERDATA = -21;
+constexpr int GWL_STYLE = -16;
+constexpr int GWL_ID = -12;
+constexpr int GWLP_HINSTANCE = -6;
+constexpr int DWLP_MSGRESULT = 0;
+
+constexpr int SW_HIDE = 0;
+constexpr int SW_SHOW = 5;
+
+constexpr UINT SWP_NOSIZE = 0x0001;
+constexpr UINT SWP_NOMOVE = 0x0002;
+constexpr UINT SWP_NOZORDER = 0x0004;
+constexpr UINT SWP_NOREDRAW = 0x0008;
+constexpr UINT SWP_NOACTIVATE = 0x0010;
+
+constexpr UINT ODT_BUTTON = 4;
+constexpr UINT ODA_DRAWENTIRE = 1;
+constexpr UINT ODA_SELECT = 2;
+constexpr UINT ODA_FOCUS = 4;
+constexpr UINT ODS_SELECTED = 1;
+constexpr UINT ODS_DISABLED = 4;
+constexpr UINT ODS_FOCUS = 16;
+
+constexpr int COLOR_MENU = 4;
+constexpr int COLOR_BTNFACE = 15;
+
+constexpr int WHITE_BRUSH = 0;
+constexpr int LTGRAY_BRUSH = 1;
+constexpr int GRAY_BRUSH = 2;
+constexpr int BLACK_BRUSH = 4;
+constexpr int SYSTEM_FONT = 13;
+constexpr int DEFAULT_GUI_FONT = 17;
+
+constexpr int TRANSPARENT = 1;
+constexpr int OPAQUE = 2;
+
+constexpr UINT DT_CENTER = 0x01;
+constexpr UINT DT_VCENTER = 0x04;
+constexpr UINT DT_SINGLELINE = 0x20;
+
+constexpr UINT EDGE_RAISED = 5;
+constexpr UINT EDGE_SUNKEN = 10;
+constexpr UINT BF_RECT = 15;
+
+constexpr UINT DIB_RGB_COLORS = 0;
+constexpr DWORD SRCCOPY = 0x00CC0020;
+
+constexpr int VK_ESCAPE = 27;
+
+#define IDC_ARROW MAKEINTRESOURCEA(32512)
+#define IDC_WAIT MAKEINTRESOURCEA(32514)
+
+extern "C" {
+
+// ---- Cursor and keyboard (platform/base) --------------------------------------------------------
+
+// With a null instance: one of the system's cursors. With a module: its cursor resource.
+// Without a graphical platform there are no cursors and the answer is null.
+ZQ_API HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);
+// Shows the cursor at once and gives the one shown before.
+ZQ_API HCURSOR SetCursor(HCURSOR cursor);
+ZQ_API HCURSOR GetCursor();
+// High bit: the key is down now. Low bit: it went down since the last call.
+ZQ_API SHORT GetAsyncKeyState(int virtualKey);
+
+// ---- Classes and windows (platform/qt) ----------------------------------------------------------
+
+// Gives 0 when the class is registered already. Class names compare without regard to case.
+ZQ_API ATOM RegisterClassExA(const WNDCLASSEXA* windowClass);
+ZQ_API BOOL UnregisterClassA(LPCSTR className, HINSTANCE instance);
+ZQ_API HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR windowName, DWORD style, int x,
+                            int y, int width, int height, HWND parent, HMENU menu,
+                            HINSTANCE instance, LPVOID param);
+ZQ_API BOOL DestroyWindow(HWND window);
+ZQ_API BOOL IsWindow(HWND window);
+ZQ_API LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+ZQ_API LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+ZQ_API BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+ZQ_API LONG_PTR GetWindowLongPtrA(HWND window, int index);
+ZQ_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
+ZQ_API int GetClassNameA(HWND window, LPSTR buffer, int size);
+ZQ_API BOOL ShowWindow(HWND window, int command);
+ZQ_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+ZQ_API BOOL GetClientRect(HWND window, RECT* rect);
+ZQ_API BOOL GetWindowRect(HWND window, RECT* rect);
+ZQ_API BOOL ScreenToClient(HWND window, POINT* point);
+ZQ_API BOOL ClientToScreen(HWND window, POINT* point);
+ZQ_API BOOL IsWindowVisible(HWND window);
+ZQ_API BOOL IsWindowEnabled(HWND window);
+ZQ_API BOOL EnableWindow(HWND window, BOOL enable);
+ZQ_API HWND GetParent(HWND window);
+ZQ_API HWND SetFocus(HWND window);
+ZQ_API HWND GetFocus();
+ZQ_API HWND GetActiveWindow();
+ZQ_API HWND FindWindowA(LPCSTR className, LPCSTR windowName);
+ZQ_API BOOL SetWindowTextA(HWND window, LPCSTR text);
+ZQ_API int GetWindowTextA(HWND window, LPSTR buffer, int size);
+ZQ_API HWND SetCapture(HWND window);
+ZQ_API BOOL ReleaseCapture();
+ZQ_API HWND GetCapture();
+ZQ_API UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure);
+ZQ_API BOOL KillTimer(HWND window, UINT_PTR id);
+ZQ_API BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
+ZQ_API BOOL UpdateWindow(HWND window);
+ZQ_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+ZQ_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+
+// ---- Dialogs and controls (platform/qt) ---------------------------------------------------------
+
+// `parent` is a window of this layer, or the native id of a foreign one, or null.
+ZQ_API INT_PTR DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND parent,
+                               DLGPROC procedure, LPARAM param);
+ZQ_API BOOL EndDialog(HWND dialog, INT_PTR result);
+ZQ_API HWND GetDlgItem(HWND dialog, int id);
+ZQ_API int GetDlgCtrlID(HWND window);
+ZQ_API BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
+ZQ_API BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
+ZQ_API UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
+ZQ_API BOOL CheckRadioButton(HWND dialog, int first, int last, int check);
+ZQ_API UINT IsDlgButtonChecked(HWND dialog, int id);
+ZQ_API LRESULT SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
+ZQ_API BOOL SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL redraw);
+ZQ_API BOOL GetScrollRange(HWND window, int bar, int* minimum, int* maximum);
+ZQ_API int SetScrollPos(HWND window, int bar, int position, BOOL redraw);
+ZQ_API int GetScrollPos(HWND window, int bar);
+ZQ_API int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
+
+// ---- Drawing (platform/qt) ----------------------------------------------------------------------
+
+ZQ_API HGDIOBJ GetStockObject(int index);
+ZQ_API HFONT CreateFontIndirectA(const LOGFONTA* description);
+ZQ_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
+ZQ_API BOOL DeleteObject(HGDIOBJ object);
+ZQ_API int SetBkMode(HDC dc, int mode);
+ZQ_API COLORREF SetTextColor(HDC dc, COLORREF color);
+// A `brush` below 256 is the number of a system colour plus 1.
+ZQ_API int FillRect(HDC dc, const RECT* rect, HBRUSH brush);
+ZQ_API int DrawTextA(HDC dc, LPCSTR text, int length, RECT* rect, UINT format);
+ZQ_API BOOL DrawEdge(HDC dc, RECT* rect, UINT edge, UINT flags);
+ZQ_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,
+                         int sourceWidth, int sourceHeight, const void* bits,
+                         const BITMAPINFO* info, UINT usage, DWORD operation);
+
+// ---- Rectangles (platform/base) -----------------------------------------------------------------
+
+ZQ_API BOOL OffsetRect(RECT* rect, int dx, int dy);
+ZQ_API BOOL EqualRect(const RECT* first, const RECT* second);
+ZQ_API BOOL IsRectEmpty(const RECT* rect);
+
+} // extern "C"
+
+#endif
