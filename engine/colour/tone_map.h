@@ -1,0 +1,42 @@
+// What all tone maps share: tables of 256 values, applied to pixels or, in palette pictures, to the
+// palette.
+#pragma once
+
+#include "engine/frame.h"
+
+#include <zq/params.h>
+
+#include <array>
+
+using ByteTable = std::array<u8, 256>;
+
+struct ToneMap {
+    std::array<ByteTable, 3> channels; // in the order of a pixel's bytes: blue, green, red
+    ByteTable grey;                    // for grey pictures
+};
+
+ByteTable IdentityTable();
+
+// A map of `table` for the channels that a record's `channel` names (0 all, 1 red, 2 green, any
+// other value blue) and the identity for the others. Grey pictures go through `table`.
+ToneMap MapForChannel(i32 channel, const ByteTable& table);
+
+// Sends `count` bytes through one table.
+void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table);
+
+// Sends the pixels of a 24-bit row through the three tables.
+void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map);
+
+// Copies all rows, padding included, in the rhythm of most kernels.
+WorkEnd CopyRows(const KernelRun& run);
+
+// What a tone map does beyond its tables.
+struct ToneMapHabits {
+    bool mapsPadding = false; // 24-bit rows are mapped to the end of their padding
+    bool clearsReservedByte =
+        false;               // the fourth byte of a palette entry becomes 0, not the source's
+    bool asksRarely = false; // palette pictures ask and report on every 32nd row only
+};
+
+// The pixel work of a tone map, for palette-aware kernels.
+WorkEnd ApplyToneMap(const KernelRun& run, const ToneMap& map, const ToneMapHabits& habits = {});

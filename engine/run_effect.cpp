@@ -1,0 +1,61 @@
+// The dispatcher: one row per effect, with the kernel and the way its parameters reach it.
+#include "engine/colour/colour_kernels.h"
+#include "engine/engine.h"
+
+#include <array>
+#include <cstring>
+
+namespace {
+
+using EffectEntry = DibHandle (*)(DibHandle source, const void* params);
+
+template <class Value>
+Value ReadRecord(const void* params) {
+    Value value;
+    std::memcpy(&value, params, sizeof(value));
+    return value;
+}
+
+template <class Params>
+using RecordKernel = DibHandle (*)(DibHandle, const Params&);
+
+// The kernel gets the record; a null one gives 0.
+template <auto kernel>
+constexpr EffectEntry FromRecord() {
+    return []<class Params>(RecordKernel<Params>) -> EffectEntry {
+        return [](DibHandle source, const void* params) -> DibHandle {
+            return params == nullptr ? 0 : kernel(source, ReadRecord<Params>(params));
+        };
+    }(kernel);
+}
+
+struct EffectRow {
+    EffectId id;
+    EffectEntry entry;
+};
+
+constexpr EffectRow kEffectTable[] = {
+    {1, FromRecord<BrightnessContrast>()},
+    {3, FromRecord<ToneTable>()},
+    {4, FromRecord<ColorReduction>()},
+};
+
+constexpr EffectId kLastEffect = 70;
+
+constexpr auto kEntryById = [] {
+    std::array<EffectEntry, kLastEffect + 1> entries{};
+    for (const EffectRow& row : kEffectTable) {
+        entries[static_cast<std::size_t>(row.id)] = row.entry;
+    }
+    return entries;
+}();
+
+} // namespace
+
+DibHandle RunEffect(DibHandle source, EffectId id, const void* params) {
+    if (source == 0 || id < 1 || id > kLastEffect) {
+        return 0;
+    }
+    const EffectEntry entry = kEntryById[static_cast<std::size_t>(id)];
+    return entry == nullptr ? 0 : entry(source, params);
+}

@@ -1,0 +1,30 @@
+#include "engine/engine.h"
+
+#include "platform/win32.h"
+
+i32 progressEnabled = 1;
+ProgressHook progressHook = nullptr;
+i32 abortEnabled = 1;
+AbortHook abortHook = nullptr;
+
+void ReportProgress(i32 percent) {
+    if (progressEnabled != 0 && progressHook != nullptr) {
+        progressHook(percent);
+    }
+}
+
+i32 ShouldAbort() {
+    if (abortEnabled == 0) {
+        return 0;
+    }
+    if (abortHook != nullptr) {
+        return abortHook();
+    }
+    return GetAsyncKeyState(VK_ESCAPE) != 0 ? 1 : 0;
+}
+
+i32 EngineRandom() {
+    thread_local u32 state = 1;
+    state = state * 214013u + 2531011u;
+    return static_cast<i32>((state >> 16) & 0x7FFFu);
+}
