@@ -29,6 +29,20 @@ constexpr EffectEntry FromRecord() {
     }(kernel);
 }
 
+// The kernel gets the record's first word; a null record gives 0.
+template <DibHandle (*kernel)(DibHandle, i32)>
+constexpr EffectEntry FromWord() {
+    return [](DibHandle source, const void* params) -> DibHandle {
+        return params == nullptr ? 0 : kernel(source, ReadRecord<i32>(params));
+    };
+}
+
+// The kernel has no parameters, and the record is not looked at.
+template <DibHandle (*kernel)(DibHandle)>
+constexpr EffectEntry FromNothing() {
+    return [](DibHandle source, const void*) -> DibHandle { return kernel(source); };
+}
+
 struct EffectRow {
     EffectId id;
     EffectEntry entry;
