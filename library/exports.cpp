@@ -1,0 +1,35 @@
+// The three functions that a host calls.
+#include "dialogs/openers.h"
+#include "platform/win32.h"
+#include "preview/background.h"
+#include <zq/zqui.h>
+
+namespace {
+
+constexpr i32 kNoDialog = -2;
+
+} // namespace
+
+i32 ZQ_CALL GetZQParam(i32 effectId, void* parent, DocHandle document, void* paramBuffer) {
+    const Opener opener = FindOpener(effectId);
+    if (opener == nullptr) {
+        return kNoDialog;
+    }
+    if (paramBuffer == nullptr) {
+        return 0;
+    }
+    const i32 result = opener(effectId, static_cast<HWND>(parent), document, paramBuffer);
+    return result == 0 || result == 1 ? result : kNoDialog;
+}
+
+// There is no browser dialog yet: nothing is shown, which counts as Cancel.
+i32 ZQ_CALL GetZQBrowserParam(void*, DocHandle, i32*, void*, i32) {
+    return 0;
+}
+
+i32 ZQ_CALL GetZquiBackgroundSetting(i32 word0, u32 word1, u32 word2) {
+    backgroundWord0 = word0;
+    backgroundWord1 = word1;
+    backgroundWord2 = word2;
+    return 1;
+}

@@ -1,0 +1,64 @@
+// What all parameter dialogs have in common. A dialog is described by a DialogKind; one procedure
+// runs them all.
+#pragma once
+
+#include "platform/win32.h"
+
+#include "platform/types.h"
+#include <zq/document.h>
+
+#include <span>
+
+// Every context of a dialog is a block of its own kind that lives on its opener's stack as long as
+// the dialog runs. It begins with the document's handle (see WirePreviews), and the record that the
+// After pane reads lies in it or in the caller's buffer, at one address all the while.
+
+// A group of radio buttons with consecutive ids, of which the first is checked at opening. A click
+// on any of them refreshes the After pane.
+struct RadioGroup {
+    int first;
+    int last;
+};
+
+// What a dialog does when the document is grey.
+enum class GreyRule {
+    None,
+    OneChannel, // the channel group offers "Gray" alone
+    NoChannel,  // the channel group offers nothing
+};
+
+struct DialogKind {
+    int dialog; // resource id of the template
+    EffectId effect;
+    GreyRule greyRule;
+    std::span<const RadioGroup> radioGroups;
+    // Brings the record that the After pane reads in line with the controls and gives its address.
+    void* (*rebuildRecord)(HWND window, void* context);
+    // What the dialog ends with after OK; the record has been rebuilt before.
+    INT_PTR (*acceptedResult)(HWND window, const void* context);
+    INT_PTR cancelledResult;
+};
+
+// The work of every dialog procedure.
+INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WPARAM wParam,
+                           LPARAM lParam);
+
+template <const DialogKind& kind>
+INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return RunDialogProcedure(kind, window, message, wParam, lParam);
+}
+
+INT_PTR RunDialogModally(const DialogKind& kind, DLGPROC procedure, HWND parent, void* context);
+
+// Runs a dialog modally with `context` as its block. Gives what it ended with, -1 also when it
+// could not be opened.
+template <const DialogKind& kind>
+INT_PTR RunDialog(HWND parent, void* context) {
+    return RunDialogModally(kind, DialogProcedure<kind>, parent, context);
+}
+
+// The index of the first checked radio of a group; -1 when none is.
+int CheckedRadio(HWND window, const RadioGroup& group);
+
+// The accepted result of dialogs that end with 1.
+INT_PTR AcceptedWithOne(HWND window, const void* context);

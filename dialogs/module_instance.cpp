@@ -1,0 +1,3 @@
+#include "dialogs/module_instance.h"
+
+HINSTANCE moduleInstance = nullptr;
