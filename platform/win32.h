@@ -308,6 +308,8 @@ constexpr UINT EDGE_RAISED = 5;
 constexpr UINT EDGE_SUNKEN = 10;
 constexpr UINT BF_RECT = 15;
 
+constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
+
 constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
 

@@ -1,0 +1,71 @@
+#include "platform/qt/device_context.h"
+
+#include "platform/qt/drawing_objects.h"
+#include "platform/qt/handle_table.h"
+
+#include <memory>
+
+namespace {
+
+HandleTable<std::unique_ptr<DeviceContext>>& Contexts() {
+    static auto* contexts = new HandleTable<std::unique_ptr<DeviceContext>>;
+    return *contexts;
+}
+
+} // namespace
+
+HDC OpenDeviceContext(QImage& surface, const QRegion& clip) {
+    auto context = std::make_unique<DeviceContext>();
+    context->surface = &surface;
+    context->clip = clip;
+    context->font = GetStockObject(SYSTEM_FONT);
+    context->brush = GetStockObject(WHITE_BRUSH);
+    context->backgroundMode = OPAQUE;
+    return reinterpret_cast<HDC>(Contexts().Add(std::move(context)));
+}
+
+void CloseDeviceContext(HDC dc) {
+    Contexts().Remove(reinterpret_cast<std::uintptr_t>(dc));
+}
+
+DeviceContext* FindDeviceContext(HDC dc) {
+    const auto* found = Contexts().Find(reinterpret_cast<std::uintptr_t>(dc));
+    return found == nullptr ? nullptr : found->get();
+}
+
+QPainter* PainterOf(HDC dc) {
+    DeviceContext* context = FindDeviceContext(dc);
+    if (context == nullptr) {
+        return nullptr;
+    }
+    if (!context->painter.isActive()) {
+        if (context->surface->isNull() || !context->painter.begin(context->surface)) {
+            return nullptr;
+        }
+        context->painter.setClipRegion(context->clip);
+    }
+    return &context->painter;
+}
+
+HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
+    DeviceContext* context = FindDeviceContext(dc);
+    const DrawingObject* found = FindDrawingObject(object);
+    if (context == nullptr || found == nullptr) {
+        return nullptr;
+    }
+    return std::exchange(found->kind == DrawingObjectKind::Font ? context->font : context->brush,
+                         object);
+}
+
+int SetBkMode(HDC dc, int mode) {
+    DeviceContext* context = FindDeviceContext(dc);
+    if (context == nullptr || (mode != TRANSPARENT && mode != OPAQUE)) {
+        return 0;
+    }
+    return std::exchange(context->backgroundMode, mode);
+}
+
+COLORREF SetTextColor(HDC dc, COLORREF color) {
+    DeviceContext* context = FindDeviceContext(dc);
+    return context == nullptr ? CLR_INVALID : std::exchange(context->textColor, color);
+}

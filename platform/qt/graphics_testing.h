@@ -1,0 +1,8 @@
+// For tests only.
+#pragma once
+
+#include <zq/platform.h>
+
+// Drawing objects that were created and not deleted. Stock objects, fonts of dialog templates and
+// cursors live as long as the process and do not count.
+ZQ_API std::size_t LiveGdiObjectCount();
