@@ -1,4 +1,5 @@
 // The dispatcher: one row per effect, with the kernel and the way its parameters reach it.
+#include "engine/artistic/artistic_kernels.h"
 #include "engine/colour/colour_kernels.h"
 #include "engine/engine.h"
 
@@ -52,6 +53,15 @@ constexpr EffectRow kEffectTable[] = {
     {1, FromRecord<BrightnessContrast>()},
     {3, FromRecord<ToneTable>()},
     {4, FromRecord<ColorReduction>()},
+    {32, FromRecord<Sketch>()},
+    {33, FromWord<AutoEnhance>()},
+    {34, FromWord<FilmGrain>()},
+    {35, FromWord<Splash>()},
+    {36, FromWord<Ripple>()},
+    {37, FromRecord<Wrinkle>()},
+    {38, FromWord<AddNoise>()},
+    {39, FromWord<Melting>()},
+    {40, FromWord<OilPainting>()},
 };
 
 constexpr EffectId kLastEffect = 70;
