@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the project's scripts.
 
 # quietly LOG COMMAND...: runs a command with its output in LOG, which is shown when it fails.
