@@ -1,0 +1,30 @@
+// Compares an effect of the engine with its reference on many made pictures and records.
+#pragma once
+
+#include "platform/types.h"
+#include <zq/document.h>
+
+#include <string>
+#include <vector>
+
+// A word of a record: values that the effect takes, and how far beyond them tests go.
+struct RecordField {
+    i32 low;
+    i32 high;
+    i32 wildLow = INT32_MIN;
+    i32 wildHigh = INT32_MAX;
+};
+
+struct CheckedKernel {
+    EffectId id;
+    std::string name;
+    std::vector<RecordField> fields;
+    bool byteTable = false;      // 256 bytes follow the fields
+    bool alsoVeryWide = false;   // sizes beyond 2,048 change the arithmetic
+    i32 costlyAbove = INT32_MAX; // above this, the first field makes large pictures too slow
+};
+
+// Runs the effect on some hundred cases, twenty times as many with ZQ_LONG in the environment, and
+// compares the result's bytes, the questions, reports and cursors in their order and the random
+// draws; with yes answered to a question; and with each allocation failing.
+void CheckKernel(const CheckedKernel& kernel);
