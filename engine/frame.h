@@ -26,8 +26,15 @@ enum class BusyCursor { Shown, LeftAlone };
 
 enum class WorkEnd {
     Done,
-    Stopped,  // ShouldAbort answered yes: the result is freed, 100 percent is still reported
-    NoMemory, // a working table could not be had: the result is freed, nothing is reported
+    DoneInSilence, // like Done, but 100 percent is not reported
+    Stopped,       // ShouldAbort answered yes: the result is freed, 100 percent is still reported
+    NoMemory,      // a working table could not be had: the result is freed, nothing is reported
+};
+
+// When a kernel asks whether to stop and reports how far it is.
+enum class RowRhythm {
+    EveryRow, // asks before each row, reports on every 16th
+    Rare,     // asks and reports on every 32nd row, does neither on the others
 };
 
 // One run of a kernel: the source to read and the result to write.
@@ -46,6 +53,8 @@ public:
     // Copies what stands in front of the pixels, then asks whether to stop and ignores the answer:
     // that question clears a press of Escape from before the run.
     void CopyHead() const;
+    // The same for a kernel that never asks.
+    void CopyHeadWithoutAsking() const;
 
     // False when the run is to stop.
     bool GoOn() const { return ShouldAbort() == 0; }
@@ -62,12 +71,11 @@ public:
         return true;
     }
 
-    // The rhythm of most kernels: all rows from the bottom up, `row(from, to)` or `row(from, to,
-    // y)` writing one of them.
+    // All rows from the bottom up, `row(from, to)` or `row(from, to, y)` writing one of them.
     template <class Row>
-    WorkEnd ForEachRow(const Row& row) const {
+    WorkEnd ForEachRow(const Row& row, RowRhythm rhythm = RowRhythm::EveryRow) const {
         for (i32 y = 0; y < source.height; ++y) {
-            if (!BeginLine(y, source.height)) {
+            if (!BeginRow(y, rhythm)) {
                 return WorkEnd::Stopped;
             }
             if constexpr (std::is_invocable_v<Row, const u8*, u8*, i32>) {
@@ -80,6 +88,14 @@ public:
     }
 
 private:
+    bool BeginRow(i32 y, RowRhythm rhythm) const {
+        if (rhythm == RowRhythm::EveryRow) {
+            return BeginLine(y, source.height);
+        }
+        constexpr i32 kRowsPerQuestion = 32;
+        return y % kRowsPerQuestion != 0 || BeginLine(y, source.height, 0, 100, kRowsPerQuestion);
+    }
+
     u8* const result_;
 };
 

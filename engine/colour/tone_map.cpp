@@ -19,18 +19,6 @@ void MapPalette(const KernelRun& run, const ToneMap& map, bool clearReservedByte
     }
 }
 
-WorkEnd CopyRowsAskingRarely(const KernelRun& run) {
-    constexpr i32 kRowsPerQuestion = 32;
-    const i32 height = run.source.height;
-    for (i32 y = 0; y < height; ++y) {
-        if (y % kRowsPerQuestion == 0 && !run.BeginLine(y, height, 0, 100, kRowsPerQuestion)) {
-            return WorkEnd::Stopped;
-        }
-        std::memcpy(run.ResultRow(y), run.source.Row(y), run.source.stride);
-    }
-    return WorkEnd::Done;
-}
-
 } // namespace
 
 ByteTable IdentityTable() {
@@ -69,9 +57,9 @@ void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map) {
     }
 }
 
-WorkEnd CopyRows(const KernelRun& run) {
-    return run.ForEachRow(
-        [&](const u8* from, u8* to) { std::memcpy(to, from, run.source.stride); });
+WorkEnd CopyRows(const KernelRun& run, RowRhythm rhythm) {
+    return run.ForEachRow([&](const u8* from, u8* to) { std::memcpy(to, from, run.source.stride); },
+                          rhythm);
 }
 
 WorkEnd ApplyToneMap(const KernelRun& run, const ToneMap& map, const ToneMapHabits& habits) {
@@ -93,6 +81,6 @@ WorkEnd ApplyToneMap(const KernelRun& run, const ToneMap& map, const ToneMapHabi
             [&](const u8* from, u8* to) { MapBytes(from, to, source.rowBytes, map.grey); });
     default:
         MapPalette(run, map, habits.clearsReservedByte);
-        return habits.asksRarely ? CopyRowsAskingRarely(run) : CopyRows(run);
+        return CopyRows(run, habits.asksRarely ? RowRhythm::Rare : RowRhythm::EveryRow);
     }
 }

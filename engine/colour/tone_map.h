@@ -27,8 +27,8 @@ void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table)
 // Sends the pixels of a 24-bit row through the three tables.
 void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map);
 
-// Copies all rows, padding included, in the rhythm of most kernels.
-WorkEnd CopyRows(const KernelRun& run);
+// Copies all rows, padding included.
+WorkEnd CopyRows(const KernelRun& run, RowRhythm rhythm = RowRhythm::EveryRow);
 
 // What a tone map does beyond its tables.
 struct ToneMapHabits {
