@@ -1,6 +1,7 @@
 // The dispatcher: one row per effect, with the kernel and the way its parameters reach it.
 #include "engine/artistic/artistic_kernels.h"
 #include "engine/colour/colour_kernels.h"
+#include "engine/distortion/distortion_kernels.h"
 #include "engine/engine.h"
 
 #include <array>
@@ -62,6 +63,16 @@ constexpr EffectRow kEffectTable[] = {
     {38, FromWord<AddNoise>()},
     {39, FromWord<Melting>()},
     {40, FromWord<OilPainting>()},
+    {41, FromWord<Fisheye>()},
+    {48, FromWord<Cone>()},
+    {49, FromWord<Whirlpool>()},
+    {50, FromWord<Spiral>()},
+    {55, FromNothing<ArcsineBulge>()},
+    {56, FromRecord<MagicMirror>()},
+    {57, FromRecord<AngularWarp>()},
+    {64, FromRecord<RadialWarp>()},
+    {65, FromRecord<RibbonWarp>()},
+    {66, FromNothing<ArcsineStretch>()},
 };
 
 constexpr EffectId kLastEffect = 70;
