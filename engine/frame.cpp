@@ -46,8 +46,12 @@ private:
 
 } // namespace
 
-void KernelRun::CopyHead() const {
+void KernelRun::CopyHeadWithoutAsking() const {
     std::memcpy(result_, source.block, source.head);
+}
+
+void KernelRun::CopyHead() const {
+    CopyHeadWithoutAsking();
     ShouldAbort();
 }
 
@@ -74,6 +78,8 @@ DibHandle RunKernelWork(DibHandle source, Depths depths, BusyCursor cursor, Kern
     if (end == WorkEnd::Stopped) {
         result = OwnedBlock();
     }
-    ReportProgress(100);
+    if (end != WorkEnd::DoneInSilence) {
+        ReportProgress(100);
+    }
     return result.HandOver();
 }
