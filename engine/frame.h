@@ -27,7 +27,6 @@ enum class BusyCursor { Shown, LeftAlone };
 enum class WorkEnd {
     Done,
     DoneInSilence, // like Done, but 100 percent is not reported
-    DoneInSilence, // like Done, but 100 percent is not reported
     Stopped,       // ShouldAbort answered yes: the result is freed, 100 percent is still reported
     NoMemory,      // a working table could not be had: the result is freed, nothing is reported
 };
@@ -54,8 +53,6 @@ public:
     // Copies what stands in front of the pixels, then asks whether to stop and ignores the answer:
     // that question clears a press of Escape from before the run.
     void CopyHead() const;
-    // The same for a kernel that never asks.
-    void CopyHeadWithoutAsking() const;
     // The same for a kernel that never asks.
     void CopyHeadWithoutAsking() const;
 
