@@ -5,18 +5,14 @@
 namespace {
 
 void MapPalette(const KernelRun& run, const ToneMap& map, bool clearReservedByte) {
-    const u8* from = run.source.Palette();
-    u8* to = run.ResultPalette();
-    for (u32 entry = 0; entry < run.source.paletteEntries; ++entry) {
+    ForEachPaletteColour(run, [&](const u8* from, u8* to) {
         for (std::size_t channel = 0; channel < 3; ++channel) {
             to[channel] = map.channels[channel][from[channel]];
         }
         if (clearReservedByte) {
             to[3] = 0;
         }
-        from += kPaletteEntryBytes;
-        to += kPaletteEntryBytes;
-    }
+    });
 }
 
 } // namespace
@@ -41,6 +37,10 @@ ToneMap MapForChannel(i32 channel, const ByteTable& table) {
         channel == ZQ_CHANNEL_RED ? 2 : (channel == ZQ_CHANNEL_GREEN ? 1 : 0);
     map.channels[byteOfPixel] = table;
     return map;
+}
+
+ToneMap MapForAll(const ByteTable& table) {
+    return MapForChannel(ZQ_CHANNEL_RGB, table);
 }
 
 void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table) {

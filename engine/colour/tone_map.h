@@ -21,11 +21,27 @@ ByteTable IdentityTable();
 // other value blue) and the identity for the others. Grey pictures go through `table`.
 ToneMap MapForChannel(i32 channel, const ByteTable& table);
 
+// A map that sends all channels through `table`.
+ToneMap MapForAll(const ByteTable& table);
+
 // Sends `count` bytes through one table.
 void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table);
 
 // Sends the pixels of a 24-bit row through the three tables.
 void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map);
+
+// Works on the palette entries of the result: `colour(from, to)` reads blue, green and red at
+// `from` and writes them at `to`. The fourth bytes stay as they are.
+template <class Colour>
+void ForEachPaletteColour(const KernelRun& run, const Colour& colour) {
+    const u8* from = run.source.Palette();
+    u8* to = run.ResultPalette();
+    for (u32 entry = 0; entry < run.source.paletteEntries; ++entry) {
+        colour(from, to);
+        from += kPaletteEntryBytes;
+        to += kPaletteEntryBytes;
+    }
+}
 
 // Copies all rows, padding included.
 WorkEnd CopyRows(const KernelRun& run, RowRhythm rhythm = RowRhythm::EveryRow);
