@@ -52,6 +52,7 @@ struct EffectRow {
 
 constexpr EffectRow kEffectTable[] = {
     {1, FromRecord<BrightnessContrast>()},
+    {2, FromRecord<HueSaturation>()},
     {3, FromRecord<ToneTable>()},
     {4, FromRecord<ColorReduction>()},
     {32, FromRecord<Sketch>()},
