@@ -55,6 +55,7 @@ constexpr EffectRow kEffectTable[] = {
     {2, FromRecord<HueSaturation>()},
     {3, FromRecord<ToneTable>()},
     {4, FromRecord<ColorReduction>()},
+    {5, FromNothing<Equalize>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},

@@ -1,0 +1,87 @@
+// Spreads the tones so that all are used about equally often. The three channels share one
+// histogram and one table. A tone moves by what lies below it, its own count left out, so the
+// darkest tone of any picture turns black.
+#include "engine/colour/colour_kernels.h"
+#include "engine/colour/tone_map.h"
+
+#include <algorithm>
+
+namespace {
+
+using Histogram = std::array<u32, 256>;
+
+void CountBytes(const u8* row, std::size_t bytes, Histogram& counts) {
+    for (std::size_t i = 0; i < bytes; ++i) {
+        ++counts[row[i]];
+    }
+}
+
+void CountNibbles(const u8* row, i32 width, Histogram& counts) {
+    for (i32 x = 0; x < width; ++x) {
+        const u8 pair = row[x / 2];
+        ++counts[x % 2 == 0 ? pair >> 4 : pair & 15];
+    }
+}
+
+// The tones of a palette picture: each pixel counts with the three of its entry. An index beyond
+// the palette is black. The count of the rows asks before each.
+WorkEnd CountPalettePicture(const KernelRun& run, Histogram& tones) {
+    const DibView& source = run.source;
+    Histogram indices{};
+    for (i32 y = 0; y < source.height; ++y) {
+        if (!run.GoOn()) {
+            return WorkEnd::Stopped;
+        }
+        if (source.imageClass == ImageClass::Palette4) {
+            CountNibbles(source.Row(y), source.width, indices);
+        } else {
+            CountBytes(source.Row(y), source.rowBytes, indices);
+        }
+    }
+    for (u32 index = 0; index < indices.size(); ++index) {
+        constexpr u8 kBlack[3] = {};
+        const u8* colour = index < source.paletteEntries
+                               ? source.Palette() + std::size_t{index} * kPaletteEntryBytes
+                               : kBlack;
+        for (std::size_t channel = 0; channel < 3; ++channel) {
+            tones[colour[channel]] += indices[index];
+        }
+    }
+    return WorkEnd::Done;
+}
+
+WorkEnd CountTones(const KernelRun& run, Histogram& tones) {
+    const DibView& source = run.source;
+    if (source.imageClass != ImageClass::Colour && source.imageClass != ImageClass::Grey) {
+        return CountPalettePicture(run, tones);
+    }
+    for (i32 y = 0; y < source.height; ++y) {
+        CountBytes(source.Row(y), source.rowBytes, tones);
+    }
+    return WorkEnd::Done;
+}
+
+ByteTable SpreadTable(const Histogram& tones, double samples) {
+    const double factor = 255.0 / (samples + 1.0);
+    ByteTable table;
+    u64 below = 0;
+    for (std::size_t tone = 0; tone < table.size(); ++tone) {
+        table[tone] = static_cast<u8>(static_cast<double>(below) * factor + 0.5);
+        below += tones[tone];
+    }
+    return table;
+}
+
+} // namespace
+
+DibHandle Equalize(DibHandle source) {
+    return RunKernel(source, Depths::PaletteAware, [](const KernelRun& run) {
+        Histogram tones{};
+        if (const WorkEnd end = CountTones(run, tones); end != WorkEnd::Done) {
+            return end;
+        }
+        const double samplesPerPixel = run.source.imageClass == ImageClass::Grey ? 1 : 3;
+        const double samples = samplesPerPixel * run.source.width * run.source.height;
+        return ApplyToneMap(run, MapForAll(SpreadTable(tones, samples)));
+    });
+}
