@@ -56,6 +56,7 @@ constexpr EffectRow kEffectTable[] = {
     {3, FromRecord<ToneTable>()},
     {4, FromRecord<ColorReduction>()},
     {5, FromNothing<Equalize>()},
+    {6, FromNothing<Negative>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},
