@@ -57,6 +57,7 @@ constexpr EffectRow kEffectTable[] = {
     {4, FromRecord<ColorReduction>()},
     {5, FromNothing<Equalize>()},
     {6, FromNothing<Negative>()},
+    {7, FromRecord<Threshold>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},
