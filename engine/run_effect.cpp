@@ -58,6 +58,7 @@ constexpr EffectRow kEffectTable[] = {
     {5, FromNothing<Equalize>()},
     {6, FromNothing<Negative>()},
     {7, FromRecord<Threshold>()},
+    {23, FromNothing<ToneFold>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},
