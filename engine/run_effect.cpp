@@ -59,6 +59,7 @@ constexpr EffectRow kEffectTable[] = {
     {6, FromNothing<Negative>()},
     {7, FromRecord<Threshold>()},
     {23, FromNothing<ToneFold>()},
+    {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},
