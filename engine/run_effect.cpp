@@ -79,6 +79,7 @@ constexpr EffectRow kEffectTable[] = {
     {64, FromRecord<RadialWarp>()},
     {65, FromRecord<RibbonWarp>()},
     {66, FromNothing<ArcsineStretch>()},
+    {67, FromRecord<ToneAdjustment>()},
 };
 
 constexpr EffectId kLastEffect = 70;
