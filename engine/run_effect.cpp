@@ -80,6 +80,7 @@ constexpr EffectRow kEffectTable[] = {
     {65, FromRecord<RibbonWarp>()},
     {66, FromNothing<ArcsineStretch>()},
     {67, FromRecord<ToneAdjustment>()},
+    {70, FromWord<WhitePointScale>()},
 };
 
 constexpr EffectId kLastEffect = 70;
