@@ -51,7 +51,7 @@ std::optional<std::string> LoadStringResource(HINSTANCE module, u16 id) {
     const u16 block = static_cast<u16>(id / kStringsPerBlock + 1);
     ByteReader strings(FindResourceBytes(module, kResourceString, block));
     for (unsigned before = id % kStringsPerBlock; before > 0; --before) {
-        strings.Take(2u * strings.U16());
+        strings.Take(u64{2} * strings.U16());
     }
     std::string text = strings.Text(strings.U16());
     if (strings.Failed() || text.empty()) {
