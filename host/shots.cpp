@@ -1,0 +1,118 @@
+#include "host/shots.h"
+
+#include "dialogs/catalogue.h"
+#include "host/main_window.h"
+#include "platform/qt/grab.h"
+#include "platform/win32.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+#include <strings.h>
+
+namespace {
+
+constexpr int kDialogClassText = 32;
+constexpr int kFirstControl = 4201;
+constexpr int kLastControl = 4328;
+constexpr int kLookEveryMs = 20;
+constexpr int kAfterPaneMs = 1500; // the After pane works once a second
+constexpr int kPatienceMs = 30000;
+constexpr int kPageSteps = 3;
+
+HWND FindControl(HWND dialog, const char* className, DWORD style, DWORD styleMask) {
+    for (int id = kFirstControl; id <= kLastControl; ++id) {
+        HWND control = GetDlgItem(dialog, id);
+        char name[kDialogClassText] = {};
+        if (control != nullptr && GetClassNameA(control, name, sizeof name) != 0 &&
+            strcasecmp(name, className) == 0 &&
+            (static_cast<DWORD>(GetWindowLongPtrA(control, GWL_STYLE)) & styleMask) == style) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+// Turns the first scroll bar up, as clicks beside its thumb do.
+void MoveAControl(HWND dialog) {
+    HWND bar = FindControl(dialog, "ScrollBar", 0, 0);
+    for (int i = 0; bar != nullptr && i < kPageSteps; ++i) {
+        SendMessageA(dialog, WM_HSCROLL, MAKEWPARAM(SB_PAGEDOWN, 0), reinterpret_cast<LPARAM>(bar));
+        SendMessageA(dialog, WM_HSCROLL, MAKEWPARAM(SB_ENDSCROLL, 0),
+                     reinterpret_cast<LPARAM>(bar));
+    }
+}
+
+QString FileNameFor(const EffectRow& row) {
+    QString name = QStringLiteral("%1-").arg(row.id, 2, 10, QLatin1Char('0'));
+    for (const QChar letter : QString::fromLatin1(row.title).toLower()) {
+        if (letter.isLetterOrNumber()) {
+            name += letter;
+        } else if (!name.endsWith('-') && letter != '\'') {
+            name += '-';
+        }
+    }
+    return name + ".png";
+}
+
+// Waits beside the dialog's own loop: works the dialog once it is there, and cancels it in the end.
+class Photographer {
+public:
+    explicit Photographer(const QString& file) : file_(file) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
+        timer_.start(kLookEveryMs);
+        clock_.start();
+    }
+
+    bool Written() const { return written_; }
+
+private:
+    void Look() {
+        if (dialog_ == nullptr) {
+            dialog_ = FindWindowA("#32770", nullptr);
+            if (dialog_ != nullptr) {
+                MoveAControl(dialog_);
+                clock_.restart();
+            } else if (clock_.hasExpired(kPatienceMs)) {
+                std::fputs("zqhost: no dialog came up\n", stderr);
+                std::_Exit(1);
+            }
+        } else if (clock_.hasExpired(kAfterPaneMs)) {
+            timer_.stop();
+            written_ = GrabWindow(dialog_).save(file_);
+            SendMessageA(dialog_, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+        }
+    }
+
+    QString file_;
+    QTimer timer_;
+    QElapsedTimer clock_;
+    HWND dialog_ = nullptr;
+    bool written_ = false;
+};
+
+} // namespace
+
+bool MakeShots(MainWindow& window, const QString& folder, EffectId effect) {
+    if (!QDir().mkpath(folder)) {
+        std::fprintf(stderr, "zqhost: %s: the folder cannot be made\n", qPrintable(folder));
+        return false;
+    }
+    bool allWritten = true;
+    for (const EffectRow& row : EffectCatalogue()) {
+        if (effect != 0 && effect != row.id) {
+            continue;
+        }
+        const QString file = QDir(folder).filePath(FileNameFor(row));
+        Photographer photographer(file);
+        window.RunEffectDialog(row.id);
+        if (!photographer.Written()) {
+            std::fprintf(stderr, "zqhost: %s: not written\n", qPrintable(file));
+            allWritten = false;
+        }
+    }
+    return allWritten;
+}
