@@ -161,10 +161,9 @@ i32 DivideByMask(DibHandle image, DibHandle mask) {
         if (m == 0) {
             return; // hidden: the colour stays what the effect made of it
         }
-        const u64 reciprocal = kReciprocals[m];
         for (u32 i = 0; i < bytes; ++i) {
             // A colour above its mask byte wraps, not clamps: only the low 8 bits are kept.
-            pixel[i] = static_cast<u8>(pixel[i] * 255u * reciprocal >> 24);
+            pixel[i] = static_cast<u8>(u64{pixel[i]} * 255 * kReciprocals[m] >> 24);
         }
     });
 }

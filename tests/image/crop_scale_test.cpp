@@ -136,6 +136,8 @@ TEST_F(CropAndScale, LeavesZeroWhatLiesBeyondThePicture) {
     EXPECT_EQ(copy.Row(1), (std::vector<u8>{0, 0, 10, 20}));
     EXPECT_EQ(copy.Row(2), (std::vector<u8>{0, 0, 30, 40}));
     EXPECT_EQ(copy.Row(3), (std::vector<u8>{0, 0, 0, 0}));
+    const OwnedBlock half(Scale(source, {-1, 0, 2, 1, 4, 1}));
+    EXPECT_EQ(DibCopy(half.Handle()).Row(0), (std::vector<u8>{0, 10, 10, 15}));
     for (const Region& far :
          {Region{INT_MAX, INT_MAX, INT_MAX, INT_MAX, 3, 3}, Region{INT_MIN, INT_MIN, 1, 1, 3, 3}}) {
         const OwnedBlock nothing(Scale(source, far));

@@ -39,15 +39,15 @@ TEST_F(Dib, IsClassifiedByItsDepthAndPalette) {
 }
 
 TEST_F(Dib, IsGreyOnlyWithTheWholeGreyRamp) {
-    for (const std::size_t entry : {0, 128, 255}) {
-        for (const std::size_t byte : {0, 1, 2}) {
+    for (const std::size_t entry : {0u, 128u, 255u}) {
+        for (const std::size_t byte : {0u, 1u, 2u}) {
             const OwnedBlock dib = MakeDib(ImageClass::Grey, 2, 2);
             const BlockLock lock(dib.Handle());
             lock.Bytes()[kDibHeaderBytes + entry * kPaletteEntryBytes + byte] ^= 1;
             EXPECT_EQ(ClassifyDib(dib.Handle()), 3) << "entry " << entry << ", byte " << byte;
         }
     }
-    for (const u32 entries : {0, 255, 257}) {
+    for (const u32 entries : {0u, 255u, 257u}) {
         const OwnedBlock dib = MakeDib(ImageClass::Grey, 2, 2);
         EditHeader(dib.Handle(), [&](DibHeader& header) { header.biClrUsed = entries; });
         EXPECT_EQ(IsGreyPaletteDib(dib.Handle()), 0) << entries << " entries";

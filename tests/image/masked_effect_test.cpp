@@ -138,7 +138,7 @@ TEST_F(MaskedEffect, LeavesTheLayerAsItWasWhenAnythingIsMissing) {
 }
 
 TEST_F(MaskedEffect, LeavesTheLayerAsItWasWhenTheEffectOrMemoryFails) {
-    for (const std::size_t n : {1, 2}) {
+    for (const std::size_t n : {1u, 2u}) {
         const LeakGuard guard;
         calls.clear();
         failingCall = n;
