@@ -1,0 +1,39 @@
+// The runs of pixels that the motion blur averages.
+#pragma once
+
+#include "engine/frame.h"
+
+constexpr i32 kLongestRun = 32;
+
+// From each pixel of a run to the next.
+struct Step {
+    i32 x;
+    i32 y;
+};
+
+// Divides the sum of a run by its length, truncating. The factor is too large by 1 at most, and the
+// quotient by 32 * 255 / 2^18, which is below 1 / 32: it never reaches the next whole number.
+class Mean {
+public:
+    explicit Mean(i32 count) : factor_((1u << kBits) / static_cast<u32>(count) + 1) {}
+    u8 operator()(u32 sum) const { return static_cast<u8>((sum * factor_) >> kBits); }
+
+private:
+    static constexpr u32 kBits = 18;
+    u32 factor_;
+};
+
+// The rows in the order in which a run meets them.
+class WalkedRows {
+public:
+    WalkedRows(const KernelRun& run, i32 stepY) : run_(run), downward_(stepY < 0) {}
+
+    const u8* From(i32 index) const { return run_.source.Row(RowAt(index)); }
+    u8* To(i32 index) const { return run_.ResultRow(RowAt(index)); }
+
+private:
+    i32 RowAt(i32 index) const { return downward_ ? run_.source.height - 1 - index : index; }
+
+    const KernelRun& run_;
+    const bool downward_;
+};
