@@ -3,6 +3,7 @@
 #include "engine/colour/colour_kernels.h"
 #include "engine/distortion/distortion_kernels.h"
 #include "engine/engine.h"
+#include "engine/relief/relief_kernels.h"
 
 #include <array>
 #include <cstring>
@@ -73,6 +74,10 @@ constexpr EffectRow kEffectTable[] = {
     {48, FromWord<Cone>()},
     {49, FromWord<Whirlpool>()},
     {50, FromWord<Spiral>()},
+    {51, FromRecord<Grid3D>()},
+    {52, FromRecord<Mosaic>()},
+    {53, FromRecord<MotionBlur>()},
+    {54, FromRecord<Emboss>()},
     {55, FromNothing<ArcsineBulge>()},
     {56, FromRecord<MagicMirror>()},
     {57, FromRecord<AngularWarp>()},
