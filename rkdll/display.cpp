@@ -21,9 +21,8 @@ DisplayInfo DescribeForDisplay(const DibView& view) {
     info.header.biHeight = view.height;
     info.header.biPlanes = 1;
     info.header.biBitCount = static_cast<WORD>(view.bits);
-    std::memcpy(
-        info.palette, view.Palette(),
-        std::min<std::size_t>(view.paletteEntries * kPaletteEntryBytes, sizeof info.palette));
+    const std::size_t entries = std::min<std::size_t>(view.paletteEntries, 256);
+    std::memcpy(info.palette, view.Palette(), entries * kPaletteEntryBytes);
     return info;
 }
 
