@@ -15,13 +15,19 @@ struct RecordField {
     i32 wildHigh = INT32_MAX;
 };
 
+enum KernelTraits : u32 {
+    kByteTable = 1,         // 256 bytes follow the fields
+    kVeryWide = 2,          // sizes beyond 2,048 change the arithmetic
+    kBlackWithoutTable = 8, // black, not 0, when the working table cannot be had
+    kCostly = 4,            // a first field above `costlyAbove` makes large pictures too slow
+};
+
 struct CheckedKernel {
     EffectId id;
     std::string name;
     std::vector<RecordField> fields;
-    bool byteTable = false;      // 256 bytes follow the fields
-    bool alsoVeryWide = false;   // sizes beyond 2,048 change the arithmetic
-    i32 costlyAbove = INT32_MAX; // above this, the first field makes large pictures too slow
+    u32 traits = 0;
+    i32 costlyAbove = 0;
 };
 
 // Runs the effect on some hundred cases, twenty times as many with ZQ_LONG in the environment, and

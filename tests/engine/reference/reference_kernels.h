@@ -1,20 +1,39 @@
-// The reference kernels. Each gives false where the engine refuses; otherwise it fills the run's
-// result.
+// The reference kernels by family. Each gives false where the engine refuses; otherwise it fills
+// the run's result.
 #pragma once
 
 #include "tests/engine/reference/reference_run.h"
 #include <zq/params.h>
 
+#include <cstring>
+#include <type_traits>
+
 struct NoParams {};
 
-bool BrightnessContrastReference(ReferenceRun& run, const BrightnessContrastParams& params);
-bool HueSaturationReference(ReferenceRun& run, const HueSaturationParams& params);
-bool ToneTableReference(ReferenceRun& run, const ToneTableParams& params);
-bool ColorReductionReference(ReferenceRun& run, const ColorReductionParams& params);
-bool EqualizeReference(ReferenceRun& run, const NoParams& params);
-bool NegativeReference(ReferenceRun& run, const NoParams& params);
-bool ThresholdReference(ReferenceRun& run, const ThresholdParams& params);
-bool ToneAdjustmentReference(ReferenceRun& run, const ToneAdjustmentParams& params);
-bool WhitePointReference(ReferenceRun& run, const WhitePointParams& params);
-bool ToneFoldReference(ReferenceRun& run, const NoParams& params);
-bool LogToneReference(ReferenceRun& run, const NoParams& params);
+struct ReferenceRow {
+    EffectId id;
+    bool (*kernel)(ReferenceRun& run, const void* params);
+    bool showsCursor = true;
+    bool reportsEnd = true;
+};
+
+// A kernel that takes its record by reference, as a row takes it.
+template <auto kernel>
+constexpr auto With = []<class Params>(bool (*)(ReferenceRun&, const Params&)) {
+    return [](ReferenceRun& run, const void* record) {
+        Params params{};
+        if constexpr (!std::is_same_v<Params, NoParams>) {
+            if (record == nullptr) {
+                return false;
+            }
+            std::memcpy(&params, record, sizeof params);
+        }
+        return kernel(run, params);
+    };
+}(kernel);
+
+extern const std::span<const ReferenceRow> kColourReferences;
+extern const std::span<const ReferenceRow> kNeighbourhoodReferences;
+extern const std::span<const ReferenceRow> kArtisticReferences;
+extern const std::span<const ReferenceRow> kDistortionReferences;
+extern const std::span<const ReferenceRow> kReliefReferences;
