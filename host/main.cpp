@@ -4,6 +4,7 @@
 #include "host/shots.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QTimer>
 
 #include <cstdio>
