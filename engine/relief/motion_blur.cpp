@@ -55,13 +55,14 @@ void BlurRow(const u8* from, u8* to, i32 width, i32 stepX, i32 runLength) {
     }
 }
 
-// Columns side by side, so that the walk over the rows is one through memory.
-constexpr i32 kStripColumns = 64;
+// Columns are blurred in strips of this many bytes, so that the walk over the rows is one through
+// memory.
+constexpr i32 kStripBytes = 192;
 
 void BlurStrip(const WalkedRows& rows, i32 height, std::size_t begin, std::size_t count,
                i32 runLength) {
     const Mean mean(runLength);
-    std::array<u32, kStripColumns * std::size_t{3}> sums{};
+    std::array<u32, kStripBytes> sums{};
     const auto add = [&](const u8* row) {
         for (std::size_t i = 0; i < count; ++i) {
             sums[i] += row[begin + i];
@@ -86,9 +87,10 @@ WorkEnd BlurColumns(const KernelRun& run, i32 stepY, i32 runLength) {
     const WalkedRows rows(run, stepY);
     const i32 width = run.source.width;
     const std::size_t bytes = PixelBytes(run.source);
+    const i32 stripColumns = kStripBytes / static_cast<i32>(bytes);
     for (i32 x = 0; x < width;) {
         const i32 begin = x;
-        const i32 end = begin + std::min(kStripColumns, width - begin);
+        const i32 end = begin + std::min(stripColumns, width - begin);
         for (; x < end; ++x) {
             if (!run.BeginLine(x, width)) {
                 return WorkEnd::Stopped;
