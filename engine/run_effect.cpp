@@ -3,6 +3,7 @@
 #include "engine/colour/colour_kernels.h"
 #include "engine/distortion/distortion_kernels.h"
 #include "engine/engine.h"
+#include "engine/neighbourhood/neighbourhood_kernels.h"
 #include "engine/relief/relief_kernels.h"
 
 #include <array>
@@ -59,6 +60,7 @@ constexpr EffectRow kEffectTable[] = {
     {5, FromNothing<Equalize>()},
     {6, FromNothing<Negative>()},
     {7, FromRecord<Threshold>()},
+    {8, FromRecord<AverageBlur>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
