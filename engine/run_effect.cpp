@@ -61,6 +61,7 @@ constexpr EffectRow kEffectTable[] = {
     {6, FromNothing<Negative>()},
     {7, FromRecord<Threshold>()},
     {8, FromRecord<AverageBlur>()},
+    {9, FromRecord<CentreWeightedBlur>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
