@@ -62,6 +62,7 @@ constexpr EffectRow kEffectTable[] = {
     {7, FromRecord<Threshold>()},
     {8, FromRecord<AverageBlur>()},
     {9, FromRecord<CentreWeightedBlur>()},
+    {16, FromNothing<EdgeKeepingSmooth>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
