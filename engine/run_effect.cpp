@@ -63,6 +63,7 @@ constexpr EffectRow kEffectTable[] = {
     {8, FromRecord<AverageBlur>()},
     {9, FromRecord<CentreWeightedBlur>()},
     {16, FromNothing<EdgeKeepingSmooth>()},
+    {17, FromRecord<GaussianBlur>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
