@@ -64,6 +64,7 @@ constexpr EffectRow kEffectTable[] = {
     {9, FromRecord<CentreWeightedBlur>()},
     {16, FromNothing<EdgeKeepingSmooth>()},
     {17, FromRecord<GaussianBlur>()},
+    {18, FromRecord<UnsharpMask>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
