@@ -65,6 +65,7 @@ constexpr EffectRow kEffectTable[] = {
     {16, FromNothing<EdgeKeepingSmooth>()},
     {17, FromRecord<GaussianBlur>()},
     {18, FromRecord<UnsharpMask>()},
+    {19, FromRecord<LineSharpen>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
