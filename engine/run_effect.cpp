@@ -66,6 +66,7 @@ constexpr EffectRow kEffectTable[] = {
     {17, FromRecord<GaussianBlur>()},
     {18, FromRecord<UnsharpMask>()},
     {19, FromRecord<LineSharpen>()},
+    {20, FromRecord<RankFilter>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
