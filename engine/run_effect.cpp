@@ -67,6 +67,7 @@ constexpr EffectRow kEffectTable[] = {
     {18, FromRecord<UnsharpMask>()},
     {19, FromRecord<LineSharpen>()},
     {20, FromRecord<RankFilter>()},
+    {21, FromRecord<MedianFilter>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
