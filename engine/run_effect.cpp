@@ -68,6 +68,7 @@ constexpr EffectRow kEffectTable[] = {
     {19, FromRecord<LineSharpen>()},
     {20, FromRecord<RankFilter>()},
     {21, FromRecord<MedianFilter>()},
+    {22, FromRecord<FindContour>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
     {32, FromRecord<Sketch>()},
