@@ -71,6 +71,7 @@ constexpr EffectRow kEffectTable[] = {
     {22, FromRecord<FindContour>()},
     {23, FromNothing<ToneFold>()},
     {24, FromNothing<LogTone>()},
+    {25, FromRecord<UserFilter>()},
     {32, FromRecord<Sketch>()},
     {33, FromWord<AutoEnhance>()},
     {34, FromWord<FilmGrain>()},
