@@ -96,6 +96,7 @@ constexpr EffectRow kEffectTable[] = {
     {65, FromRecord<RibbonWarp>()},
     {66, FromNothing<ArcsineStretch>()},
     {67, FromRecord<ToneAdjustment>()},
+    {68, FromRecord<EdgeFade>()},
     {70, FromWord<WhitePointScale>()},
 };
 
