@@ -114,7 +114,7 @@ WorkEnd Fade(const KernelRun& run, i32 radius) {
             }
         }
         for (std::ptrdiff_t x = 0; x < width; ++x) {
-            to[x] = from[x] == 0 ? 0 : static_cast<u8>(least.Entries()[x] / (radius + 1));
+            to[x] = static_cast<u8>(from[x] == 0 ? 0 : least.Entries()[x] / (radius + 1));
         }
     }
     return WorkEnd::DoneInSilence;
