@@ -5,9 +5,6 @@
 
 namespace {
 
-// What the states of Undo may hold; the last one stays in any case.
-constexpr u64 kHistoryBytes = u64{1} << 30;
-
 std::shared_ptr<const OwnedBlock> Share(OwnedBlock block) {
     return std::make_shared<const OwnedBlock>(std::move(block));
 }
@@ -25,7 +22,8 @@ bool IsMaskOfSize(DibHandle mask, i32 width, i32 height) {
 
 } // namespace
 
-HostDocument::HostDocument() : block_(AllocateBlock(sizeof(ImageDocument))) {}
+HostDocument::HostDocument(u64 historyBytes)
+    : historyBytes_(historyBytes), block_(AllocateBlock(sizeof(ImageDocument))) {}
 
 DibHandle HostDocument::Image() const {
     return HandleOf(current_.image);
@@ -114,7 +112,7 @@ void HostDocument::DropOldest() {
         const State& state = history_[i];
         bytes += state.image != newer->image ? BlockSize(HandleOf(state.image)) : 0;
         bytes += state.mask != newer->mask ? BlockSize(HandleOf(state.mask)) : 0;
-        if (bytes > kHistoryBytes && i + 1 < history_.size()) {
+        if (bytes > historyBytes_ && i + 1 < history_.size()) {
             history_.erase(history_.begin(), history_.begin() + static_cast<std::ptrdiff_t>(i) + 1);
             return;
         }

@@ -8,9 +8,12 @@
 #include <deque>
 #include <memory>
 
+// What the states that Undo goes back to may hold, in bytes; the last one stays in any case.
+constexpr u64 kUsualHistoryBytes = u64{1} << 30;
+
 class HostDocument {
 public:
-    HostDocument();
+    explicit HostDocument(u64 historyBytes = kUsualHistoryBytes);
 
     // The record that the library works on; 0 when there was no memory for it. Its one layer has no
     // DIBs before the first SetPicture.
@@ -49,6 +52,7 @@ private:
     void Show(const State& state);
     void DropOldest();
 
+    u64 historyBytes_;
     OwnedBlock block_;
     State current_;
     State saved_;
