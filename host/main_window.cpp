@@ -3,8 +3,8 @@
 #include "dialogs/catalogue.h"
 #include "host/dib_image.h"
 #include "host/effect_menu.h"
-#include "host/layer_files.h"
 #include "host/picture_view.h"
+#include "pictures/layer_files.h"
 
 #include <zq/zqui.h>
 

@@ -178,6 +178,10 @@ PictureResult ReadPicture(const char* path, DibHandle& dib, DibHandle* alpha) {
     return result;
 }
 
+bool HasPictureExtension(const char* path) {
+    return FormatOfName(path) != Format::Unknown;
+}
+
 PictureResult WritePicture(const char* path, DibHandle dib, DibHandle alpha) {
     const Format format = FormatOfName(path);
     if (format == Format::Unknown) {

@@ -40,6 +40,9 @@ const char* DescribePictureResult(PictureResult result);
 // when the picture has none; the colours in `dib` are not multiplied by it.
 PictureResult ReadPicture(const char* path, DibHandle& dib, DibHandle* alpha = nullptr);
 
+// Whether WritePicture can tell a format from how `path` ends.
+bool HasPictureExtension(const char* path);
+
 // Writes a DIB of any depth as .bmp, .png, .jpg or .jpeg, as the path ends. The file appears whole
 // or not at all; one that was there before stays until then.
 //

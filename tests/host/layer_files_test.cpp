@@ -1,6 +1,5 @@
-#include "host/layer_files.h"
-
 #include "host/dib_image.h"
+#include "pictures/layer_files.h"
 #include "tests/pictures/scratch.h"
 
 namespace {

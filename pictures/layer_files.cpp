@@ -1,4 +1,4 @@
-#include "host/layer_files.h"
+#include "pictures/layer_files.h"
 
 #include <algorithm>
 #include <vector>
