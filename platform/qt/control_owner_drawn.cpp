@@ -1,0 +1,85 @@
+// Push buttons that their parent draws.
+#include "platform/qt/button_style.h"
+#include "platform/qt/graphics.h"
+
+#include <QPainter>
+
+namespace {
+
+class OwnerDrawnButton : public QAbstractButton {
+public:
+    OwnerDrawnButton(HWND handle, QWidget* parent) : QAbstractButton(parent), handle_(handle) {
+        connect(this, &QAbstractButton::pressed, [this] { Draw(ODA_SELECT); });
+        connect(this, &QAbstractButton::released, [this] { Draw(ODA_SELECT); });
+    }
+
+    // Lets the parent draw for a reason of its own, at once; the next paint event shows it.
+    void Draw(UINT action) {
+        const Window* window = FindWindowOf(handle_);
+        if (window == nullptr || size().isEmpty() || !isVisible()) {
+            return;
+        }
+        if (surface_.size() != size()) {
+            surface_ = QImage(size(), QImage::Format_RGB32);
+            surface_.fill(SystemColor(COLOR_BTNFACE));
+            action = ODA_DRAWENTIRE;
+        }
+        SendItem(*window, action);
+        drawn_ = true;
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!drawn_ || surface_.size() != size()) {
+            Draw(ODA_DRAWENTIRE);
+        }
+        drawn_ = false;
+        QPainter(this).drawImage(0, 0, surface_);
+    }
+
+private:
+    UINT State() const {
+        return (isDown() ? ODS_SELECTED : 0) | (isEnabled() ? 0 : ODS_DISABLED) |
+               (hasFocus() ? ODS_FOCUS : 0);
+    }
+
+    void SendItem(const Window& window, UINT action) {
+        DRAWITEMSTRUCT item{};
+        item.CtlType = ODT_BUTTON;
+        item.CtlID = static_cast<UINT>(window.id);
+        item.itemAction = action;
+        item.itemState = State();
+        item.hwndItem = handle_;
+        item.hDC = OpenDeviceContext(surface_, QRegion(surface_.rect()));
+        item.rcItem = {0, 0, surface_.width(), surface_.height()};
+        SendMessageA(window.parent, WM_DRAWITEM, static_cast<WPARAM>(window.id),
+                     reinterpret_cast<LPARAM>(&item));
+        CloseDeviceContext(item.hDC);
+    }
+
+    HWND handle_;
+    QImage surface_;
+    bool drawn_ = false; // and not shown yet
+};
+
+QWidget* Make(const Window& window, QWidget* parent) {
+    auto* button = new OwnerDrawnButton(window.handle, parent);
+    PrepareButton(window, *button);
+    return button;
+}
+
+LRESULT Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+        if (auto* button = static_cast<OwnerDrawnButton*>(WidgetOf(handle))) {
+            button->Draw(ODA_FOCUS);
+        }
+        return 0;
+    }
+    return DefButtonProc(handle, message, wParam, lParam);
+}
+
+} // namespace
+
+const ControlKind kOwnerDrawnButton = {"Button", kButtonTypeMask, BS_OWNERDRAW,
+                                       Make,     ShowButtonText,  Procedure};

@@ -1,0 +1,137 @@
+#include "platform/qt/key_pump.h"
+
+#include "platform/qt/application.h"
+#include "platform/qt/key_state.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace {
+
+bool pumping = false;
+
+std::vector<std::function<void()>>& HeldCalls() {
+    static auto& calls = *new std::vector<std::function<void()>>;
+    return calls;
+}
+
+// Events are rebuilt from their fields: what Qt clones goes on sharing the device's state.
+std::unique_ptr<QEvent> Rebuilt(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        auto copy = std::make_unique<QKeyEvent>(
+            key.type(), key.key(), key.modifiers(), key.nativeScanCode(), key.nativeVirtualKey(),
+            key.nativeModifiers(), key.text(), key.isAutoRepeat(),
+            static_cast<quint16>(key.count()));
+        copy->setTimestamp(key.timestamp());
+        return copy;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove: {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        return std::make_unique<QMouseEvent>(mouse.type(), mouse.position(), mouse.scenePosition(),
+                                             mouse.globalPosition(), mouse.button(),
+                                             mouse.buttons(), mouse.modifiers());
+    }
+    case QEvent::Close:
+        return std::make_unique<QEvent>(QEvent::Close);
+    default:
+        return nullptr;
+    }
+}
+
+bool IsInput(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::Close:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Takes presses of the keys that programs ask for; they are known from now on.
+bool TakeKey(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress && event.type() != QEvent::KeyRelease) {
+        return false;
+    }
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    for (const KeyRow* row = kKeys; row->virtualKey != 0; ++row) {
+        if (row->qtKey == key.key()) {
+            if (event.type() == QEvent::KeyRelease) {
+                NoteRelease(row->virtualKey);
+            } else if (!key.isAutoRepeat()) {
+                NotePress(row->virtualKey, 0);
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void PumpKeys() {
+    if (pumping) {
+        return;
+    }
+    pumping = true;
+    QCoreApplication::processEvents();
+    pumping = false;
+    for (auto& call : std::exchange(HeldCalls(), {})) {
+        PostCall(std::move(call));
+    }
+}
+
+bool HoldWhilePumping(std::function<void()>& call) {
+    if (pumping) {
+        HeldCalls().push_back(std::move(call));
+    }
+    return pumping;
+}
+
+bool HoldWhilePumping(QObject* receiver, QEvent& event) {
+    if (!pumping || !IsInput(event)) {
+        return false;
+    }
+    if (event.type() == QEvent::ShortcutOverride) {
+        event.accept(); // no shortcut of the host's runs now
+        return true;
+    }
+    if (TakeKey(event)) {
+        return true;
+    }
+    std::shared_ptr<QEvent> copy = Rebuilt(event);
+    if (copy != nullptr) {
+        HeldCalls().push_back([receiver = QPointer<QObject>(receiver), copy] {
+            if (!receiver.isNull()) {
+                QCoreApplication::sendEvent(receiver, copy.get());
+            }
+        });
+    }
+    event.ignore();
+    return true;
+}

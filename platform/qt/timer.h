@@ -1,0 +1,5 @@
+#pragma once
+
+#include "platform/win32.h"
+
+void KillTimersOf(HWND window);
