@@ -1,0 +1,50 @@
+#include "tools/progress_bar.h"
+
+#include "platform/types.h"
+#include <zq/engine.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+constexpr i32 kWidth = 40;
+
+i32 shownPercent = -1;
+
+bool CanDraw() {
+    const char* terminal = std::getenv("TERM");
+    return isatty(STDERR_FILENO) == 1 && terminal != nullptr &&
+           std::string_view(terminal) != "dumb";
+}
+
+void Draw(i32 percent) {
+    if (percent == shownPercent) {
+        return;
+    }
+    shownPercent = percent;
+    const i32 filled = std::clamp(percent, 0, 100) * kWidth / 100;
+    const std::string bar(static_cast<std::size_t>(filled), '#');
+    std::fprintf(stderr, "\r[%-*s] %3d %%", kWidth, bar.c_str(), percent);
+    std::fflush(stderr);
+}
+
+} // namespace
+
+ProgressBar::ProgressBar() {
+    if (CanDraw()) {
+        progressHook = Draw;
+    }
+}
+
+ProgressBar::~ProgressBar() {
+    progressHook = nullptr;
+    if (shownPercent >= 0) {
+        shownPercent = -1;
+        std::fputs("\r\033[K", stderr);
+    }
+}
