@@ -16,21 +16,26 @@ constexpr Option kRunOptions[] = {
     {"--mask-out", &CommandLine::maskOutput},
 };
 
-const EffectDescription* NearestEffect(const std::string& plain) {
-    const EffectDescription* nearest = nullptr;
+// The names that a mistyped one may stand for: those that hold it, else the nearest one.
+std::vector<std::string> LikelyNames(const std::string& plain) {
+    std::vector<std::string> holders;
+    const char* nearest = nullptr;
     std::size_t best = plain.size() / 3 + 2;
     for (const EffectDescription& effect : EffectTable()) {
         const std::string name = PlainWord(effect.name);
         if (plain.size() >= 3 && name.find(plain) != name.npos) {
-            return &effect;
+            holders.push_back(effect.name);
         }
         const std::size_t distance = WordDistance(plain, name);
         if (distance < best) {
             best = distance;
-            nearest = &effect;
+            nearest = effect.name;
         }
     }
-    return nearest;
+    if (holders.empty() && nearest != nullptr) {
+        holders.push_back(nearest);
+    }
+    return holders;
 }
 
 // The words behind `zqfx run`, one after the other.
@@ -71,8 +76,8 @@ private:
         const auto option = std::find_if(std::begin(kRunOptions), std::end(kRunOptions),
                                          [&](const Option& known) { return name == known.name; });
         if (option == std::end(kRunOptions)) {
-            return Fail("unknown option '" + name +
-                        "'; 'zqfx run' has --record, --mask, --mask-out and --help");
+            return Fail(Concat({"unknown option '", name,
+                                "'; 'zqfx run' has --record, --mask, --mask-out and --help"}));
         }
         std::string value;
         if (equals != word.npos) {
@@ -107,7 +112,7 @@ private:
             return true;
         }
         if (word.find('=') == word.npos) {
-            return Fail("'" + std::string(word) + "' is not of the form name=value");
+            return Fail(Concat({"'", word, "' is not of the form name=value"}));
         }
         commandLine_.assignments.emplace_back(word);
         return true;
@@ -147,10 +152,11 @@ const EffectDescription* FindEffectByWord(std::string_view word, std::string& er
             return &effect;
         }
     }
-    const EffectDescription* nearest = NearestEffect(plain);
-    error = "there is no effect '" + std::string(word) + "'; " +
-            (nearest != nullptr ? "did you mean " + std::string(nearest->name) + "?"
-                                : "'zqfx list' shows all");
+    const std::vector<std::string> likely = LikelyNames(plain);
+    const std::string hint = likely.empty()
+                                 ? "'zqfx list' shows all"
+                                 : Concat({"did you mean ", JoinWords(likely, "or"), "?"});
+    error = Concat({"there is no effect '", word, "'; ", hint});
     return nullptr;
 }
 
@@ -169,7 +175,7 @@ bool ParseCommandLine(int argc, const char* const* argv, CommandLine& commandLin
     }
     const bool helps = command == "--help" || command == "-h" || command == "help";
     if (!helps && command != "--version" && command != "list") {
-        error = "there is no command '" + std::string(command) + "'; there are list and run";
+        error = Concat({"there is no command '", command, "'; there are list and run"});
         return false;
     }
     commandLine.command = helps                    ? Command::Help
@@ -180,7 +186,7 @@ bool ParseCommandLine(int argc, const char* const* argv, CommandLine& commandLin
         return true;
     }
     if (!rest.empty()) {
-        error = std::string(command) + " takes no more words, but '" + rest[0] + "' follows";
+        error = Concat({command, " takes no more words, but '", rest[0], "' follows"});
         return false;
     }
     return true;

@@ -198,20 +198,20 @@ constexpr EffectParameter kOilPainting[] = {
 constexpr WrinkleParams kWrinkleDefaults = {50, 0};
 constexpr EffectParameter kWrinkle[] = {
     Number("intensity", offsetof(WrinkleParams, intensity), 1, 100, "strength in percent"),
-    Colour("fillColor", offsetof(WrinkleParams, fillColor), "what is uncovered"),
+    Colour("fillColor", offsetof(WrinkleParams, fillColor), "colour of what is uncovered"),
 };
 
 constexpr Grid3DParams kGrid3DDefaults = {3, 0, 0};
 constexpr EffectParameter kGrid3D[] = {
-    Choice("size", offsetof(Grid3DParams, size), kGridSizes, "of the bricks"),
-    Choice("height", offsetof(Grid3DParams, height), kGridHeights, "of the relief"),
-    Choice("shape", offsetof(Grid3DParams, shape), kGridShapes, "of the bricks"),
+    Choice("size", offsetof(Grid3DParams, size), kGridSizes, "size of the bricks"),
+    Choice("height", offsetof(Grid3DParams, height), kGridHeights, "height of the relief"),
+    Choice("shape", offsetof(Grid3DParams, shape), kGridShapes, "shape of the bricks"),
 };
 
 constexpr MosaicParams kMosaicDefaults = {5, 5};
 constexpr EffectParameter kMosaic[] = {
-    Number("width", offsetof(MosaicParams, width), 1, INT32_MAX, "of a block in pixels"),
-    Number("height", offsetof(MosaicParams, height), 1, INT32_MAX, "of a block in pixels"),
+    Number("width", offsetof(MosaicParams, width), 1, INT32_MAX, "width of a block in pixels"),
+    Number("height", offsetof(MosaicParams, height), 1, INT32_MAX, "height of a block in pixels"),
 };
 
 constexpr MotionBlurParams kMotionBlurDefaults = {4, 10};
@@ -227,8 +227,8 @@ constexpr EffectParameter kEmboss[] = {
            "where the light comes from"),
     Choice("mode", offsetof(EmbossParams, mode), kEmbossModes,
            "what the relief stands on: the picture, its colours on gray, gray, or backColor"),
-    Number("depth", offsetof(EmbossParams, depth), 1, 10, "of the relief in pixels"),
-    Colour("backColor", offsetof(EmbossParams, backColor), "of mode active"),
+    Number("depth", offsetof(EmbossParams, depth), 1, 10, "depth of the relief in pixels"),
+    Colour("backColor", offsetof(EmbossParams, backColor), "ground of mode active"),
 };
 
 constexpr MagicMirrorParams kMagicMirrorDefaults = [] {
@@ -262,9 +262,9 @@ constexpr EffectParameter kRadialWarp[] = {
 
 constexpr RibbonParams kRibbonDefaults = {25, 25, 0};
 constexpr EffectParameter kRibbon[] = {
-    Number("frequency", offsetof(RibbonParams, frequency), 0, 100, "of the waves"),
+    Number("frequency", offsetof(RibbonParams, frequency), 0, 100, "how many waves"),
     Number("amplitude", offsetof(RibbonParams, amplitude), 0, 100, "height of the waves"),
-    Colour("backColor", offsetof(RibbonParams, backColor), "behind the ribbon"),
+    Colour("backColor", offsetof(RibbonParams, backColor), "colour behind the ribbon"),
 };
 
 constexpr ToneAdjustmentParams kToneAdjustmentDefaults = {0, 0, 0, 0};

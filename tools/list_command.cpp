@@ -29,21 +29,26 @@ const u8* Defaults(const EffectDescription& effect) {
 
 // name=default, or name=FILE or name=LIST where the default is no single value.
 std::string Summary(const EffectDescription& effect, const EffectParameter& parameter) {
-    const std::string name = std::string(parameter.name) + "=";
+    const std::string name = Concat({parameter.name, "="});
     if (IsValue(parameter)) {
         return name + FormatValue(parameter, ParameterValue(parameter, Defaults(effect)));
     }
     return name + (parameter.kind == ParameterKind::Numbers ? "LIST" : "FILE");
 }
 
+bool HasNoUpperEnd(const EffectParameter& parameter) {
+    return parameter.kind == ParameterKind::Number && parameter.largest == INT32_MAX;
+}
+
 // name= and what may follow, without blanks, so that it can be split.
 std::string Synopsis(const EffectParameter& parameter) {
-    const std::string name = std::string(parameter.name) + "=";
+    const std::string name = Concat({parameter.name, "="});
     switch (parameter.kind) {
     case ParameterKind::Choice: {
         std::string names;
         for (const ParameterChoice& choice : parameter.choices) {
-            names += (names.empty() ? "" : "|") + std::string(choice.name);
+            names += names.empty() ? "" : "|";
+            names += choice.name;
         }
         return name + names;
     }
@@ -58,27 +63,29 @@ std::string Synopsis(const EffectParameter& parameter) {
     default:
         break;
     }
-    const bool open = parameter.largest == INT32_MAX;
-    if (open && parameter.smallest == INT32_MIN) {
-        return name + "N";
-    }
-    return name + std::to_string(parameter.smallest) + ".." +
-           (open ? "" : std::to_string(parameter.largest));
+    return HasNoUpperEnd(parameter) ? name + "N"
+                                    : Concat({name, std::to_string(parameter.smallest), "..",
+                                              std::to_string(parameter.largest)});
+}
+
+std::string RangeText(const EffectParameter& parameter) {
+    return HasNoUpperEnd(parameter) ? Concat({"; ", DescribeRange(parameter)}) : "";
 }
 
 std::string DefaultText(const EffectDescription& effect, const EffectParameter& parameter) {
     if (IsValue(parameter)) {
-        return "; default " + FormatValue(parameter, ParameterValue(parameter, Defaults(effect)));
+        return Concat(
+            {"; default ", FormatValue(parameter, ParameterValue(parameter, Defaults(effect)))});
     }
     if (parameter.kind != ParameterKind::Numbers) {
         return "";
     }
     std::string numbers;
     for (std::size_t i = 0; i < parameter.count; ++i) {
-        numbers +=
-            (i > 0 ? "," : "") + std::to_string(ParameterValue(parameter, Defaults(effect), i));
+        numbers += i > 0 ? "," : "";
+        numbers += std::to_string(ParameterValue(parameter, Defaults(effect), i));
     }
-    return "; default " + numbers;
+    return Concat({"; default ", numbers});
 }
 
 } // namespace
@@ -97,10 +104,10 @@ void PrintEffectList() {
     for (const EffectDescription& effect : EffectTable()) {
         std::string line = effect.name;
         if (!effect.parameters.empty()) {
-            line.resize(std::max(line.size(), std::size_t{20}), ' ');
+            line.resize(std::max(line.size(), std::size_t{21}), ' ');
         }
         for (const EffectParameter& parameter : effect.parameters) {
-            line += " " + Summary(effect, parameter);
+            line += Concat({" ", Summary(effect, parameter)});
         }
         std::printf("%2d  %s\n", effect.id, line.c_str());
     }
@@ -115,7 +122,7 @@ void PrintEffectHelp(const EffectDescription& effect) {
         std::puts("");
     }
     for (const EffectParameter& parameter : effect.parameters) {
-        std::printf("  %s\n      %s%s\n", Synopsis(parameter).c_str(), parameter.help,
-                    DefaultText(effect, parameter).c_str());
+        std::printf("  %s\n      %s%s%s\n", Synopsis(parameter).c_str(), parameter.help,
+                    RangeText(parameter).c_str(), DefaultText(effect, parameter).c_str());
     }
 }

@@ -16,14 +16,14 @@ struct Assignment {
 
 std::string UnknownParameter(const EffectDescription& effect, const std::string& name) {
     if (effect.parameters.empty()) {
-        return std::string(effect.name) + " takes no parameters";
+        return Concat({effect.name, " takes no parameters"});
     }
     std::vector<std::string> names;
     for (const EffectParameter& parameter : effect.parameters) {
         names.push_back(parameter.name);
     }
-    return std::string(effect.name) + " has no parameter '" + name + "'; it has " +
-           JoinWords(names, "and");
+    return Concat(
+        {effect.name, " has no parameter '", name, "'; it has ", JoinWords(names, "and")});
 }
 
 bool FindAssignments(const EffectDescription& effect, const std::vector<std::string>& texts,
@@ -43,7 +43,7 @@ bool FindAssignments(const EffectDescription& effect, const std::vector<std::str
                 return earlier.parameter == &*parameter;
             });
         if (twice) {
-            error = std::string(parameter->name) + " is given twice";
+            error = Concat({parameter->name, " is given twice"});
             return false;
         }
         assignments.push_back({&*parameter, text.substr(equals + 1)});
@@ -114,8 +114,7 @@ std::optional<i64> ParseColour(std::string_view text) {
     if (!text.starts_with('#')) {
         return ParseNumber(text);
     }
-    const auto rgb =
-        text.size() == 7 ? ParseNumber("0x" + std::string(text.substr(1))) : std::nullopt;
+    const auto rgb = text.size() == 7 ? ParseNumber(Concat({"0x", text.substr(1)})) : std::nullopt;
     if (!rgb) {
         return std::nullopt;
     }
@@ -148,15 +147,15 @@ bool TakeValues(const Assignment& assignment, Record& record, std::string& error
     const auto texts =
         isList ? SplitList(assignment.value, ',') : std::vector<std::string_view>{assignment.value};
     if (texts.size() != parameter.count) {
-        error = std::string(parameter.name) + ": there are " + std::to_string(texts.size()) +
-                " numbers, not " + std::to_string(parameter.count);
+        error = Concat({parameter.name, ": there are ", std::to_string(texts.size()),
+                        " numbers, not ", std::to_string(parameter.count)});
         return false;
     }
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const auto value = ParseValue(parameter, texts[i]);
         if (!value || !Accepts(parameter, *value)) {
-            error = std::string(parameter.name) + "=" + std::string(texts[i]) + ": it must be " +
-                    DescribeRange(parameter);
+            error =
+                Concat({parameter.name, "=", texts[i], ": it must be ", DescribeRange(parameter)});
             return false;
         }
         StoreValue(parameter, i, *value, record);
@@ -195,14 +194,14 @@ bool ParseRecord(const EffectDescription& effect, std::string_view digits, Recor
         return false;
     }
     if (plain.size() / 2 != effect.recordBytes) {
-        error = "the record of " + std::string(effect.name) + " has " +
-                std::to_string(effect.recordBytes) + " bytes, not " +
-                std::to_string(plain.size() / 2);
+        error = Concat({"the record of ", effect.name, " has ", std::to_string(effect.recordBytes),
+                        " bytes, not ", std::to_string(plain.size() / 2)});
         return false;
     }
     record.clear();
     for (std::size_t i = 0; i < plain.size(); i += 2) {
-        record.push_back(static_cast<u8>(ParseNumber("0x" + plain.substr(i, 2)).value_or(0)));
+        record.push_back(
+            static_cast<u8>(ParseNumber(Concat({"0x", plain.substr(i, 2)})).value_or(0)));
     }
     return true;
 }
@@ -242,13 +241,14 @@ std::string DescribeRange(const EffectParameter& parameter) {
     default:
         break;
     }
-    const bool open = parameter.largest == INT32_MAX;
-    if (open && parameter.smallest == INT32_MIN) {
-        return parameter.refusesZero ? "a whole number of 32 bits other than 0"
-                                     : "a whole number of 32 bits";
+    if (parameter.largest == INT32_MAX) {
+        return parameter.smallest > INT32_MIN
+                   ? Concat({"a whole number, ", std::to_string(parameter.smallest), " or more"})
+               : parameter.refusesZero ? "a whole number of 32 bits other than 0"
+                                       : "a whole number of 32 bits";
     }
-    return std::to_string(parameter.smallest) +
-           (open ? " or more" : " to " + std::to_string(parameter.largest));
+    return Concat({"a whole number from ", std::to_string(parameter.smallest), " to ",
+                   std::to_string(parameter.largest)});
 }
 
 std::string FormatValue(const EffectParameter& parameter, i64 value) {

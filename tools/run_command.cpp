@@ -5,6 +5,7 @@
 #include "tools/progress_bar.h"
 #include "tools/record_builder.h"
 #include "tools/stop_signals.h"
+#include "tools/words.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -20,7 +21,7 @@ struct Pictures {
 };
 
 bool ComplainAbout(const std::string& path, PictureResult result) {
-    Complain(path + ": " + DescribePictureResult(result));
+    Complain(Concat({path, ": ", DescribePictureResult(result)}));
     return false;
 }
 
@@ -92,8 +93,8 @@ std::string ReasonForNoPicture(const EffectDescription& effect, const Record& re
                                DibHandle image) {
     const auto imageClass = static_cast<ImageClass>(ClassifyDib(image));
     if ((effect.takes & ClassBit(imageClass)) == 0) {
-        return std::string(effect.name) + " takes " + DescribeClasses(effect.takes) +
-               ", but this is one of the " + DescribeClasses(ClassBit(imageClass));
+        return Concat({effect.name, " takes ", DescribeClasses(effect.takes),
+                       ", but this is one of the ", DescribeClasses(ClassBit(imageClass))});
     }
     bool allZero = true;
     std::string refused;
@@ -102,8 +103,8 @@ std::string ReasonForNoPicture(const EffectDescription& effect, const Record& re
             const i64 value = ParameterValue(parameter, record.data(), i);
             allZero &= value == 0 || parameter.kind == ParameterKind::Choice;
             if (refused.empty() && !Accepts(parameter, value)) {
-                refused = std::string(parameter.name) + " is " + std::to_string(value) +
-                          ", but it must be " + DescribeRange(parameter);
+                refused = Concat({parameter.name, " is ", std::to_string(value),
+                                  ", but it must be ", DescribeRange(parameter)});
             }
         }
     }

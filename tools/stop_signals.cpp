@@ -34,6 +34,8 @@ void CatchStopSignals() {
             sigaction(signal, &action, nullptr);
         }
     }
+    // A file beyond the size that the system allows is then a failed write like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
     abortHook = [] { return static_cast<std::int32_t>(stopRequested); };
 }
 

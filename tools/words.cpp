@@ -4,6 +4,14 @@
 #include <charconv>
 #include <numeric>
 
+std::string Concat(std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (const std::string_view part : parts) {
+        text += part;
+    }
+    return text;
+}
+
 std::string PlainWord(std::string_view word) {
     std::string plain;
     for (const char letter : word) {
@@ -71,7 +79,7 @@ std::string JoinWords(const std::vector<std::string>& words, const char* last) {
     std::string joined;
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (i > 0) {
-            joined += i + 1 == words.size() ? " " + std::string(last) + " " : ", ";
+            joined += i + 1 == words.size() ? Concat({" ", last, " "}) : ", ";
         }
         joined += words[i];
     }

@@ -3,10 +3,13 @@
 
 #include "platform/types.h"
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+std::string Concat(std::initializer_list<std::string_view> parts);
 
 // Lower case, without hyphens, underscores and blanks.
 std::string PlainWord(std::string_view word);
