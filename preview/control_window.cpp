@@ -155,6 +155,8 @@ void PaintPercentLabel(const PreviewControl& control) {
 
 void DrawZoomButton(const DRAWITEMSTRUCT& item) {
     RECT rectangle = item.rcItem;
+    // A change of state comes without erasing, and text drawn over itself grows fat.
+    FillRect(item.hDC, &rectangle, SystemColourBrush(COLOR_BTNFACE));
     SetBkMode(item.hDC, TRANSPARENT);
     DrawTextA(item.hDC, item.CtlID == static_cast<UINT>(kZoomInId) ? "+" : "-", -1, &rectangle,
               kCentredLine);

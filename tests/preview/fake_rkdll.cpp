@@ -16,9 +16,10 @@ DibHandle RkImageCropToDib(DocHandle document, i32 layer, i32 zero,
                              : MakeBlankDib(ImageClass::Colour, size.width, size.height).HandOver();
 }
 
-i32 RkDibDisplay(HDC, const RECT* rectangle, DibHandle, i32, i32, i32) {
+i32 RkDibDisplay(HDC dc, const RECT* rectangle, DibHandle, i32, i32, i32) {
     ++fakeRkdll.displays;
     fakeRkdll.rectangle = *rectangle;
+    FillRect(dc, rectangle, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     return 1;
 }
 

@@ -1,4 +1,4 @@
-// An imaging library that shows nothing and remembers what passed.
+// An imaging library that shows every picture black and remembers what passed.
 #pragma once
 
 #include "preview/view_region.h"
@@ -6,7 +6,7 @@
 
 struct FakeRkdll {
     bool refuses = false;         // to render nothing
-    Extent renderedSize = {9, 9}; // of its renderings, all black
+    Extent renderedSize = {9, 9}; // of its renderings
 
     int renders = 0;
     DocHandle document = 0;

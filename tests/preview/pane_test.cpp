@@ -1,4 +1,6 @@
 #include "platform/base/module.h"
+#include "platform/qt/graphics_testing.h"
+#include "platform/qt/window_testing.h"
 #include "preview/background.h"
 #include "preview/preview_control.h"
 #include "preview/wiring.h"
@@ -8,6 +10,10 @@
 
 #include <zq/engine.h>
 #include <zq/params.h>
+
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
 
 namespace {
 
@@ -77,6 +83,16 @@ void Drag(PreviewControl& pane, int dx, int dy) {
 void Repaint(HWND window) {
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
+}
+
+// What a window shows in its client area.
+QImage ScreenOf(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    QWidget* widget = WidgetForTest(window);
+    const QPoint corner((widget->width() - client.right) / 2,
+                        (widget->height() - client.bottom) / 2);
+    return widget->grab(QRect(corner, QSize(client.right, client.bottom))).toImage();
 }
 
 // The bytes of the picture in a pane's preview document.
@@ -173,6 +189,33 @@ TEST_F(PaneTest, RunsTheLastAnnouncedRecordOnAnUntouchedCropAtTheNextTick) {
     EXPECT_EQ(after.dirty + before.dirty, 0);
 }
 
+EmbossParams* announcedRecord = nullptr;
+i32 depthInKernel = 0;
+
+TEST_F(PaneTest, AKernelSeesPixelCountsAtThePanesZoomAndLeavesCursorAndRecordAsTheyWere) {
+    constexpr EffectId kEmboss = 54;
+    EmbossParams record{5, 3, 10, 0};
+    announcedRecord = &record;
+    Wire(kEmboss);
+    SetZoomPercent(after, 50);
+    Announce(after, &record);
+    const HCURSOR cursor = LoadCursorA(nullptr, IDC_WAIT);
+    SetCursor(cursor);
+    progressHook = [](i32) { depthInKernel = announcedRecord->depth; };
+    EXPECT_TRUE(ApplyPreviewEffect(after));
+    EXPECT_EQ(depthInKernel, 5);
+    EXPECT_EQ(record.depth, 10);
+    EXPECT_EQ(GetCursor(), cursor);
+
+    abortHook = []() -> i32 { return 1; };
+    EXPECT_FALSE(ApplyPreviewEffect(after));
+    EXPECT_EQ(record.depth, 10);
+    EXPECT_EQ(GetCursor(), cursor);
+    abortHook = nullptr;
+    progressHook = nullptr;
+    SetCursor(LoadCursorA(nullptr, IDC_ARROW));
+}
+
 TEST_F(PaneTest, KeepsTheOldPictureWhenTheLayerCanNoLongerBeCropped) {
     Wire();
     BrightnessContrastParams record{0, 50, 0};
@@ -211,6 +254,41 @@ TEST_F(PaneTest, PaintsWhatTheImagingLibraryRendersInTheMiddle) {
     Repaint(after.imageWindow);
     EXPECT_EQ(fakeRkdll.renders, 1);
     EXPECT_EQ(fakeRkdll.displays, 0);
+}
+
+TEST_F(PaneTest, PaintsAroundThePictureButForARingOfOnePixel) {
+    Wire();
+    fakeRkdll.renderedSize = {44, 45}; // black from (22, 22) on
+    Repaint(after.imageWindow);
+    fakeRkdll.renderedSize = {40, 41}; // black from (24, 24) on
+    Repaint(after.imageWindow);
+    const QImage screen = ScreenOf(after.imageWindow);
+    constexpr QRgb kBlack = 0xFF000000;
+    constexpr QRgb kLightGrey = 0xFFC0C0C0;
+    const struct {
+        int x, y;
+        QRgb colour;
+    } pixels[] = {{0, 0, kLightGrey}, {22, 44, kLightGrey}, {23, 44, kBlack}, {44, 22, kLightGrey},
+                  {44, 23, kBlack},   {44, 44, kBlack},     {64, 44, kBlack}, {65, 44, kLightGrey},
+                  {44, 65, kBlack},   {44, 66, kLightGrey}};
+    for (const auto& [x, y, colour] : pixels) {
+        EXPECT_EQ(screen.pixel(x, y), colour) << x << ", " << y;
+    }
+}
+
+TEST_F(PaneTest, PaintsThePercentBetweenTheButtonsWithAFontThatItDeletes) {
+    Wire();
+    Repaint(before.window);
+    const std::size_t objects = LiveGdiObjectCount();
+    const QImage at20 = ScreenOf(before.window);
+    SetZoomPercent(before, 50);
+    Repaint(before.window);
+    const QImage at50 = ScreenOf(before.window);
+    EXPECT_EQ(LiveGdiObjectCount(), objects);
+    const QRect label(25, 94, 44, 20);
+    EXPECT_NE(at20.copy(label), at50.copy(label));
+    const QRect buttons(0, 95, 25, 19);
+    EXPECT_EQ(at20.copy(buttons), at50.copy(buttons));
 }
 
 TEST_F(PaneTest, DoesNothingWithoutADocumentOrRoom) {
