@@ -78,7 +78,7 @@ std::vector<i32> MakeRecord(Random& random, const CheckedKernel& kernel) {
 std::pair<i32, i32> MakeSize(Random& random, bool large, bool veryWide) {
     const std::pair<i32, i32> small[] = {
         {1, 1}, {2, 2}, {1, Between(random, 2, 40)}, {Between(random, 2, 40), 1}};
-    const std::pair<i32, i32> wide[] = {{2100, 2}, {3, 2100}, {4100, 1}};
+    const std::pair<i32, i32> wide[] = {{2100, 2}, {3, 2100}, {4100, 1}, {11000, 3}, {70000, 1}};
     if (veryWide) {
         return wide[random() % std::size(wide)];
     }

@@ -17,7 +17,7 @@ struct RecordField {
 
 enum KernelTraits : u32 {
     kByteTable = 1,         // 256 bytes follow the fields
-    kVeryWide = 2,          // sizes beyond 2,048 change the arithmetic
+    kVeryWide = 2,          // sizes beyond 2,048 or 32,767 might change the arithmetic
     kBlackWithoutTable = 8, // black, not 0, when the working table cannot be had
     kCostly = 4,            // a first field above `costlyAbove` makes large pictures too slow
 };

@@ -11,6 +11,7 @@ constexpr RecordField kSize = {2, 32};
 constexpr RecordField kChannel = {0, 3};
 constexpr RecordField kWord = {INT32_MIN, INT32_MAX};
 constexpr RecordField kPercent = {-100, 100, -200, 200};
+constexpr RecordField kCell = {-8, 8};
 
 const CheckedKernel kKernels[] = {
     {1, "BrightnessContrast", {kChannel, {-128, 127}, {-128, 127}}},
@@ -20,10 +21,23 @@ const CheckedKernel kKernels[] = {
     {5, "Equalize", {}},
     {6, "Negative", {}},
     {7, "Threshold", {{0, 255}}},
+    {8, "Average", {kSize}},
+    {9, "CentreWeighted", {{2, 40, INT32_MIN, 600}, {0, 60, INT32_MIN, 600}}, kCostly, 60},
+    {16, "EdgeKeepingSmooth", {}},
+    {17, "GaussianBlur", {kSize}},
+    {18, "UnsharpMask", {kSize, {1, 500}, {0, 255}}},
+    {19, "LineSharpen", {{0, 1}}},
+    {20, "MaximumAndMinimum", {kSize, {0, 1}}},
+    {21, "Median", {kSize}, kCostly, 4},
+    {22, "FindContour", {{1, 1}, kChannel, {1, 254}}},
     {23, "ToneFold", {}},
     {24, "LogTone", {}},
+    {25, "UserFilter", {{1, 40}, {-20, 20}, kChannel, kCell, kCell, kCell, kCell,
+                        kCell,   kCell,     kCell,    kCell, kCell, kCell, kCell,
+                        kCell,   kCell,     kCell,    kCell, kCell, kCell, kCell,
+                        kCell,   kCell,     kCell,    kCell, kCell, kCell, kCell}},
     {32, "Sketch", {{1, 2}, {0, 254}}},
-    {33, "AutoEnhance", {{1, 100, -100000, 100000}}},
+    {33, "AutoEnhance", {{1, 100, -100000, 100000}}, kVeryWide},
     {34, "FilmGrain", {kIntensity}},
     {35, "Splash", {kIntensity}},
     {36, "Ripple", {kIntensity}},
@@ -46,6 +60,7 @@ const CheckedKernel kKernels[] = {
     {65, "Ribbon", {{0, 100, -1000000, 1000000}, {0, 100, -1000000, 1000000}, kWord}},
     {66, "ArcsineStretch", {}, kVeryWide},
     {67, "ToneAdjustment", {kPercent, kPercent, kPercent, kChannel}},
+    {68, "EdgeFade", {{1, 128}}},
     {70, "WhitePoint", {{-300, 300}}},
 };
 

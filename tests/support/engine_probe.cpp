@@ -68,7 +68,7 @@ EngineProbe::~EngineProbe() {
 
 i32 EngineProbe::Answer() {
     Note(kQuestion);
-    return stopAt_ != 0 && Questions() == stopAt_;
+    return ++asked_ == stopAt_;
 }
 
 std::size_t EngineProbe::Questions() const {

@@ -22,7 +22,10 @@ public:
     // Answers yes to question n, counted from 1 from the last Clear on, and to none else; 0 never.
     void StopAtQuestion(std::size_t n) { stopAt_ = n; }
     // Forgets what was recorded.
-    void Clear() { trace_.clear(); }
+    void Clear() {
+        trace_.clear();
+        asked_ = 0;
+    }
 
     const std::vector<i32>& Trace() const { return trace_; }
     std::size_t Questions() const;
@@ -38,6 +41,7 @@ public:
 private:
     std::vector<i32> trace_;
     std::size_t stopAt_ = 0;
+    std::size_t asked_ = 0;
     ProgressHook progressBefore_;
     AbortHook abortBefore_;
     const struct InputProvider* providerBefore_;

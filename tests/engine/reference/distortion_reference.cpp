@@ -188,13 +188,14 @@ bool ArcsineStretch(ReferenceRun& run, const NoParams&) {
         return false;
     }
     run.CopyHead();
-    std::vector<std::pair<i32, i32>> positions;
+    std::vector<std::pair<u16, u16>> positions; // rows beyond 65,536 pixels wrap around
     for (i32 x = 0; x < run.w; ++x) {
         run.Ask();
         const double u = 2.0 * x / run.w - 1.0;
         const double r = run.w < 2 ? 0.0 : (std::asin(u) * 0.31830989161357204 + 0.5) * run.w;
         const i32 p = static_cast<i32>(r);
-        positions.emplace_back(p, static_cast<i32>((r - p) * 256.0));
+        positions.emplace_back(static_cast<u16>(p),
+                               static_cast<u16>(static_cast<i32>((r - p) * 256.0)));
     }
     run.EachSample([&](i32 x, i32 y, i32 c) {
         const auto [p, f] = positions[static_cast<std::size_t>(x)];
