@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Runs every effect on a sample picture and lays the results out as docs/effects.png, each with its
-# name.
+# name. The picture is made small first, so that effects of a few pixels show.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+# shellcheck source=scripts/quietly.sh
 source scripts/quietly.sh
 
 scripts/setup.sh --check
@@ -10,7 +11,6 @@ use_ccache
 quietly build/logs/sheet-configure.log cmake --preset release
 quietly build/logs/sheet-build.log cmake --build --preset release --target zqfx
 zqfx=build/release/tools/zqfx
-samples=host/samples
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -27,11 +27,13 @@ declare -A shown=(
     [tone-adjustment]="highlight=60 shadow=-80"
 )
 
+convert host/samples/coffee.png -resize 225x150 "$scratch/coffee.png"
+convert host/samples/camera.png -resize 150x150 "$scratch/camera.png"
 tiles=()
 while read -r id name _; do
-    picture=$samples/coffee.png
+    picture=$scratch/coffee.png
     if [[ $name == edge-fade ]]; then
-        picture=$samples/camera.png # it takes no colour
+        picture=$scratch/camera.png # it takes no colour
     fi
     tile=$scratch/$id.png
     # shellcheck disable=SC2086 # parameters are words
@@ -39,7 +41,7 @@ while read -r id name _; do
     tiles+=(-label "$id $name" "$tile")
 done < <("$zqfx" list)
 
-montage -font Liberation-Sans -pointsize 15 "${tiles[@]}" -resize 225x150 \
+montage -font Liberation-Sans -pointsize 15 "${tiles[@]}" \
     -geometry 225x150+5+4 -tile 6x -background white "$scratch/sheet.png"
 convert "$scratch/sheet.png" -strip -colors 256 "png8:$scratch/effects.png"
 mv "$scratch/effects.png" docs/effects.png
