@@ -273,6 +273,8 @@ constexpr int DWLP_MSGRESULT = 0;
 constexpr int SW_HIDE = 0;
 constexpr int SW_SHOW = 5;
 
+constexpr int SM_CYCAPTION = 4;
+
 constexpr UINT SWP_NOSIZE = 0x0001;
 constexpr UINT SWP_NOMOVE = 0x0002;
 constexpr UINT SWP_NOZORDER = 0x0004;
@@ -357,6 +359,9 @@ ZQ_API BOOL IsWindowVisible(HWND window);
 ZQ_API BOOL IsWindowEnabled(HWND window);
 ZQ_API BOOL EnableWindow(HWND window, BOOL enable);
 ZQ_API HWND GetParent(HWND window);
+// The window must have the style of a child by now. Gives the parent, or owner, before.
+ZQ_API HWND SetParent(HWND window, HWND parent);
+ZQ_API int GetSystemMetrics(int index);
 ZQ_API HWND SetFocus(HWND window);
 ZQ_API HWND GetFocus();
 ZQ_API HWND GetActiveWindow();

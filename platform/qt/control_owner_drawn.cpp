@@ -9,24 +9,17 @@ namespace {
 class OwnerDrawnButton : public QAbstractButton {
 public:
     OwnerDrawnButton(HWND handle, QWidget* parent) : QAbstractButton(parent), handle_(handle) {
-        connect(this, &QAbstractButton::pressed, [this] { Draw(ODA_SELECT); });
-        connect(this, &QAbstractButton::released, [this] { Draw(ODA_SELECT); });
+        connect(this, &QAbstractButton::pressed, [this] { DrawChange(ODA_SELECT); });
+        connect(this, &QAbstractButton::released, [this] { DrawChange(ODA_SELECT); });
     }
 
-    // Lets the parent draw for a reason of its own, at once; the next paint event shows it.
-    void Draw(UINT action) {
-        const Window* window = FindWindowOf(handle_);
-        if (window == nullptr || size().isEmpty() || !isVisible()) {
-            return;
+    // Lets the parent draw at once what has changed; the next paint event shows it.
+    void DrawChange(UINT action) {
+        if (isVisible()) {
+            Draw(action);
+            drawn_ = true;
+            update();
         }
-        if (surface_.size() != size()) {
-            surface_ = QImage(size(), QImage::Format_RGB32);
-            surface_.fill(SystemColor(COLOR_BTNFACE));
-            action = ODA_DRAWENTIRE;
-        }
-        SendItem(*window, action);
-        drawn_ = true;
-        update();
     }
 
 protected:
@@ -42,6 +35,19 @@ private:
     UINT State() const {
         return (isDown() ? ODS_SELECTED : 0) | (isEnabled() ? 0 : ODS_DISABLED) |
                (hasFocus() ? ODS_FOCUS : 0);
+    }
+
+    void Draw(UINT action) {
+        const Window* window = FindWindowOf(handle_);
+        if (window == nullptr || size().isEmpty()) {
+            return;
+        }
+        if (surface_.size() != size()) {
+            surface_ = QImage(size(), QImage::Format_RGB32);
+            surface_.fill(SystemColor(COLOR_BTNFACE));
+            action = ODA_DRAWENTIRE;
+        }
+        SendItem(*window, action);
     }
 
     void SendItem(const Window& window, UINT action) {
@@ -72,7 +78,7 @@ QWidget* Make(const Window& window, QWidget* parent) {
 LRESULT Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
         if (auto* button = static_cast<OwnerDrawnButton*>(WidgetOf(handle))) {
-            button->Draw(ODA_FOCUS);
+            button->DrawChange(ODA_FOCUS);
         }
         return 0;
     }

@@ -9,11 +9,10 @@
 #include "platform/qt/modal_loop.h"
 #include "platform/qt/mouse.h"
 #include "platform/qt/paint.h"
+#include "platform/qt/parent.h"
 #include "platform/qt/timer.h"
 #include "platform/qt/window_class.h"
 #include "platform/qt/window_widget.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -85,14 +84,6 @@ bool Announce(HWND handle, const WindowParams& params) {
         DestroyWindow(handle);
     }
     return IsWindow(handle) != 0;
-}
-
-void TakeFromParent(HWND handle) {
-    const Window* window = FindWindowOf(handle);
-    Window* parent = window->IsChild() ? FindWindowOf(window->parent) : nullptr;
-    if (parent != nullptr) {
-        std::erase(parent->children, handle);
-    }
 }
 
 // The window first, then what it holds.
@@ -173,7 +164,7 @@ HWND MakeWindow(const WindowParams& params) {
         widget->setCursor(CursorOfHandle(cursor));
     }
     if (child) {
-        FindWindowOf(params.parent)->children.push_back(handle);
+        AddToParent(handle);
         widget->setEnabled((params.style & WS_DISABLED) == 0);
     } else {
         widget->setWindowTitle(ToQString(params.text));

@@ -6,7 +6,8 @@ namespace {
 
 // The frame and title bar that a dialog counts as its own. What the desktop really draws around it
 // is the desktop's affair and does not enter here, so that layouts are the same everywhere.
-constexpr QMargins kDialogFrame{3, 22, 3, 3};
+constexpr int kTitleBarHeight = 19;
+constexpr QMargins kDialogFrame{3, 3 + kTitleBarHeight, 3, 3};
 
 // Drawn inside the widget.
 QMargins Border(const Window& window) {
@@ -167,6 +168,10 @@ BOOL ClientToScreen(HWND handle, POINT* point) {
     const QPoint origin = window->widget->mapToGlobal(ClientOrigin(*window));
     *point = {point->x + origin.x(), point->y + origin.y()};
     return 1;
+}
+
+int GetSystemMetrics(int index) {
+    return index == SM_CYCAPTION ? kTitleBarHeight : 0;
 }
 
 BOOL IsWindowVisible(HWND handle) {

@@ -11,7 +11,6 @@
 
 namespace {
 
-HCURSOR shownCursor = nullptr;
 bool overrides = false;
 
 HCURSOR Arrow() {
@@ -38,18 +37,21 @@ bool CanShowCursors() {
     return OnGuiThread() && qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
+HCURSOR& Shown() {
+    static HCURSOR cursor = Arrow();
+    return cursor;
+}
+
 HCURSOR GetShownCursor() {
-    static const bool begun = (shownCursor = Arrow(), true);
-    return begun && OnGuiThread() ? shownCursor : nullptr;
+    return CanShowCursors() ? Shown() : nullptr;
 }
 
 HCURSOR SetShownCursor(HCURSOR cursor) {
-    const HCURSOR before = GetShownCursor();
     if (!CanShowCursors()) {
         return nullptr;
     }
+    const HCURSOR before = std::exchange(Shown(), cursor);
     if (cursor != before) {
-        shownCursor = cursor;
         Show(cursor);
     }
     return before;

@@ -2,6 +2,7 @@
 
 #include "platform/qt/application.h"
 #include "platform/qt/key_state.h"
+#include "platform/qt/window.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -73,6 +74,10 @@ bool IsInput(const QEvent& event) {
     }
 }
 
+bool IsOwnWidget(const QObject* object) {
+    return object->isWidgetType() && WindowOfWidget(static_cast<const QWidget*>(object)) != nullptr;
+}
+
 // Takes presses of the keys that programs ask for; they are known from now on.
 bool TakeKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress && event.type() != QEvent::KeyRelease) {
@@ -114,7 +119,13 @@ bool HoldWhilePumping(std::function<void()>& call) {
 }
 
 bool HoldWhilePumping(QObject* receiver, QEvent& event) {
-    if (!pumping || !IsInput(event)) {
+    if (!pumping) {
+        return false;
+    }
+    if (event.type() == QEvent::Timer) {
+        return IsOwnWidget(receiver); // a held scroll arrow rests; its timer comes again
+    }
+    if (!IsInput(event)) {
         return false;
     }
     if (event.type() == QEvent::ShortcutOverride) {

@@ -89,8 +89,8 @@ bool WasAnswered(const QKeyEvent& event) {
         if (kKeys[i].qtKey != event.key() || !state.answered) {
             continue;
         }
-        if (event.isAutoRepeat() ||
-            NotAfter(static_cast<u32>(event.timestamp()), state.answeredTime)) {
+        const auto time = static_cast<u32>(event.timestamp());
+        if (event.isAutoRepeat() || (time != 0 && NotAfter(time, state.answeredTime))) {
             return true;
         }
         state.answered = false;

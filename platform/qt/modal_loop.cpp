@@ -98,7 +98,6 @@ void ModalLoop::Show() {
     MakeModal(*widget);
     ShowWindow(dialog_, SW_SHOW);
     if (widget->isWindow()) {
-        widget->raise();
         widget->activateWindow();
     }
 }

@@ -100,11 +100,6 @@ int GetWindowTextA(HWND handle, LPSTR buffer, int size) {
                                          reinterpret_cast<LPARAM>(buffer)));
 }
 
-HWND GetParent(HWND handle) {
-    const Window* window = FindWindowOf(handle);
-    return window == nullptr ? nullptr : window->parent;
-}
-
 int GetDlgCtrlID(HWND handle) {
     const Window* window = FindWindowOf(handle);
     return window == nullptr ? 0 : window->id;
