@@ -24,6 +24,14 @@ bool HasDisplay() {
     return false;
 }
 
+// Drops what the platform without a display says about itself at every start.
+void WithoutChatter(QtMsgType, const QMessageLogContext&, const QString& message) {
+    if (!message.startsWith("This plugin does not support") &&
+        !message.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set")) {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    }
+}
+
 int Complain(const QString& what, const char* reason) {
     std::fprintf(stderr, "zqhost: %s: %s\n", qPrintable(what), reason);
     return kWrongUsage;
@@ -77,6 +85,9 @@ int main(int argc, char** argv) {
             return kWrongUsage;
         }
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
+    if (!options.shots.empty()) {
+        qInstallMessageHandler(WithoutChatter);
     }
     int onlyName = 1; // the options are ours, not Qt's
     QApplication application(onlyName, argv);

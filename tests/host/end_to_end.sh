@@ -1,0 +1,152 @@
+#!/usr/bin/env bash
+# Works zqhost as a person does, with keyboard and mouse on a screen of its own: two effects chosen
+# from the menu, dragged, accepted and undone, and one cancelled.
+# Exit status 77: no screen could be started here.
+set -euo pipefail
+
+zqhost=$1
+picture=$2
+patience=30 # seconds for whatever is waited for
+work=$(mktemp -d)
+
+cleanup() {
+    [[ -z ${host:-} ]] || kill "$host" 2>/dev/null || true
+    [[ -z ${screen:-} ]] || kill "$screen" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+fail() {
+    echo "end_to_end: $*" >&2
+    cat "$work/host.log" >&2 || true
+    exit 1
+}
+
+start_screen() {
+    mkfifo "$work/display"
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3<>"$work/display" 2>"$work/screen.log" &
+    screen=$!
+    local number
+    if ! read -r -t "$patience" number <>"$work/display"; then
+        echo "end_to_end: no screen: $(cat "$work/screen.log")"
+        exit 77
+    fi
+    export DISPLAY=:$number
+}
+
+# wait_for TEXT COMMAND...: until the command succeeds.
+wait_for() {
+    local what=$1 end=$((SECONDS + patience))
+    shift
+    until "$@"; do
+        ((SECONDS < end)) || fail "waited in vain for $what"
+        sleep 0.1
+    done
+}
+
+is_there() { xdotool search --onlyvisible --name "$1" >"$work/found" 2>/dev/null && [[ -s $work/found ]]; }
+is_gone() { ! is_there "$1"; }
+
+# window NAME: waits for a window, puts its id in $window and its place in $X and $Y, and gives it
+# the keyboard.
+window() {
+    wait_for "the window '$1'" is_there "$1"
+    window=$(head -n 1 "$work/found")
+    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^[XY]=')"
+    xdotool windowfocus "$window"
+}
+
+# look WIDTH HEIGHT LEFT TOP: a sign of what that part of the window shows.
+look() {
+    import -window root -crop "$1x$2+$((X + $3))+$((Y + $4))" +repage "$work/look.png"
+    convert "$work/look.png" -format '%#' info:
+}
+before_pane() { look 90 90 20 18; }
+after_pane() { look 90 90 20 166; }
+shown_picture() { look 600 400 100 90; }
+
+shows() { [[ $("$1") == "$2" ]]; }
+shows_other() { [[ $("$1") != "$2" ]]; }
+
+# drag FROM TO TOP: a scroll bar's thumb, in small steps.
+drag() {
+    local x
+    xdotool mousemove $((X + $1)) $((Y + $3)) mousedown 1
+    for x in 1 2 3 4 5 6; do
+        xdotool mousemove $((X + $1 + ($2 - $1) * x / 6)) $((Y + $3))
+        sleep 0.05
+    done
+    xdotool mouseup 1
+}
+
+# open_effect ROW NAME: from the menu, by keyboard.
+open_effect() {
+    window "$main"
+    local row
+    xdotool key alt+c
+    sleep 0.5
+    for ((row = 1; row < $1; ++row)); do
+        xdotool key Down
+    done
+    xdotool key Return
+    window "^$2\$"
+    # Until the panes have settled on what the dialog opens with.
+    sleep 2.5
+    before=$(before_pane)
+    after=$(after_pane)
+}
+
+# drag_and_see FROM TO TOP: the After pane follows the bar, and the Before pane stays.
+drag_and_see() {
+    drag "$@"
+    wait_for "another picture in the After pane" shows_other after_pane "$after"
+    shows before_pane "$before" || fail "the Before pane changed"
+}
+
+expect_picture() {
+    window "$main"
+    wait_for "$3" "$1" shown_picture "$2"
+}
+
+undo() {
+    window "$main"
+    xdotool key ctrl+z
+}
+
+start_screen
+QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$work "$zqhost" "$picture" >"$work/host.log" 2>&1 &
+host=$!
+main="^$(basename "$picture") "
+window "$main"
+sleep 1
+original=$(shown_picture)
+
+open_effect 1 "Brightness and Contrast"
+drag_and_see 246 300 48
+xdotool mousemove $((X + 190)) $((Y + 266)) click 1
+wait_for "the dialog's end after OK" is_gone "^Brightness and Contrast\$"
+expect_picture shows_other "$original" "a brighter picture"
+brighter=$(shown_picture)
+
+open_effect 2 "Color Reduction"
+drag_and_see 174 150 86
+xdotool key Return
+wait_for "the dialog's end after Return" is_gone "^Color Reduction\$"
+expect_picture shows_other "$brighter" "a picture of fewer colours"
+
+undo
+expect_picture shows "$brighter" "the picture before the second effect"
+undo
+expect_picture shows "$original" "the picture before both effects"
+
+open_effect 1 "Brightness and Contrast"
+drag_and_see 246 200 106
+xdotool key Escape
+wait_for "the dialog's end after Escape" is_gone "^Brightness and Contrast\$"
+expect_picture shows "$original" "the same picture after Cancel"
+
+window "$main"
+xdotool key ctrl+q
+wait "$host" || fail "zqhost ended with $?"
+host=
+echo "end_to_end: all as expected"
