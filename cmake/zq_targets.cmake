@@ -30,5 +30,9 @@ function(zq_test name)
   gtest_discover_tests(
     ${name}
     DISCOVERY_MODE PRE_TEST
-    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp")
+    # A list of two values would come apart on its way to the tests.
+    PROPERTIES
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+      ENVIRONMENT_MODIFICATION
+      "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0")
 endfunction()
