@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr i32 kCases = 400;
+constexpr i32 kCases = 300;
 constexpr i32 kLongFactor = 20;
 
 // A generator of whole 32-bit numbers, whatever the width of the library's type.

@@ -261,10 +261,10 @@ bool UserFilter(ReferenceRun& run, const UserFilterParams& params) {
             wrapped += static_cast<u32>(
                 static_cast<i64>(p * 262144.0 * params.cells[k] / params.scale + 0.5));
         }
-        const i32 rounded = static_cast<i32>(wrapped) >= 0
-                                ? static_cast<i32>(wrapped + 131072) >> 18
-                                : -(static_cast<i32>(131072 - wrapped) >> 18);
-        return ClampByte(i64{rounded} + params.bias);
+        const u32 rounded = static_cast<i32>(wrapped) >= 0
+                                ? static_cast<u32>(static_cast<i32>(wrapped + 131072) >> 18)
+                                : 0 - static_cast<u32>(static_cast<i32>(131072 - wrapped) >> 18);
+        return ClampByte(static_cast<i32>(rounded + static_cast<u32>(params.bias)));
     });
     return true;
 }
