@@ -96,6 +96,7 @@ void LayOut(const PreviewControl& control) {
     }
     ShowWindow(zoomIn, zoomShown ? SW_SHOW : SW_HIDE);
     ShowWindow(zoomOut, zoomShown ? SW_SHOW : SW_HIDE);
+    InvalidateRect(control.window, nullptr, TRUE); // the label has moved
 }
 
 // ---- Painting -----------------------------------------------------------------------------------
