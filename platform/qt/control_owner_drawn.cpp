@@ -31,6 +31,11 @@ protected:
         QPainter(this).drawImage(0, 0, surface_);
     }
 
+    void changeEvent(QEvent* event) override {
+        drawn_ = false;
+        QAbstractButton::changeEvent(event);
+    }
+
 private:
     UINT State() const {
         return (isDown() ? ODS_SELECTED : 0) | (isEnabled() ? 0 : ODS_DISABLED) |

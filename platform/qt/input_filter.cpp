@@ -51,12 +51,17 @@ bool FilterKey(QWidget& widget, HWND window, QKeyEvent& event) {
         return dialog != nullptr;
     }
     if (event.type() == QEvent::KeyPress && WasAnswered(event)) {
+        event.accept();
         return true;
     }
     NoteKey(event);
     const QWidget* home = WidgetOf(dialog);
-    return event.type() == QEvent::KeyPress && home != nullptr &&
-           home->window() == widget.window() && HandleDialogKey(dialog, window, event);
+    if (event.type() != QEvent::KeyPress || home == nullptr || home->window() != widget.window() ||
+        !HandleDialogKey(dialog, window, event)) {
+        return false;
+    }
+    event.accept();
+    return true;
 }
 
 } // namespace
@@ -74,7 +79,7 @@ bool FilterInput(QObject* receiver, QEvent* event) {
         return IsMouse(event->type()) && RedirectToCapture(nullptr, *event);
     }
     if (!IsWindowEnabled(TopLevelOf(window))) {
-        event->ignore();
+        event->setAccepted(event->type() != QEvent::Close);
         return true;
     }
     if (IsMouse(event->type())) {

@@ -133,6 +133,7 @@ bool HoldWhilePumping(QObject* receiver, QEvent& event) {
         return true;
     }
     if (TakeKey(event)) {
+        event.accept();
         return true;
     }
     std::shared_ptr<QEvent> copy = Rebuilt(event);
@@ -143,6 +144,7 @@ bool HoldWhilePumping(QObject* receiver, QEvent& event) {
             }
         });
     }
-    event.ignore();
+    // An ignored event would go on to the parent; an accepted close would close.
+    event.setAccepted(event.type() != QEvent::Close);
     return true;
 }
