@@ -29,7 +29,7 @@ void CALLBACK LookForDialog(HWND, UINT, UINT_PTR timer, DWORD) {
         return;
     }
     script(dialog);
-    if (IsWindow(dialog) != 0) {
+    if (IsWindowVisible(dialog) != 0) {
         PressCancel(dialog);
     }
 }
