@@ -20,7 +20,7 @@ constexpr Option kRunOptions[] = {
 std::vector<std::string> LikelyNames(const std::string& plain) {
     std::vector<std::string> holders;
     const char* nearest = nullptr;
-    std::size_t best = plain.size() / 3 + 2;
+    std::size_t best = plain.size() / 3 + 1;
     for (const EffectDescription& effect : EffectTable()) {
         const std::string name = PlainWord(effect.name);
         if (plain.size() >= 3 && name.find(plain) != name.npos) {
