@@ -4,8 +4,8 @@ namespace {
 
 u64 LongestLine(const DibView& source, u64 size) {
     const u64 row = static_cast<u64>(source.width) + size - 1;
-    const u64 strip = (static_cast<u64>(source.height) + size - 1) *
-                      static_cast<u64>(std::min(source.width, kStripColumns));
+    const u64 strip =
+        (static_cast<u64>(source.height) + size - 1) * static_cast<u64>(StripColumns(source));
     return std::max(row, strip) * BytesPerPixel(source);
 }
 

@@ -16,12 +16,16 @@ struct Line {
     i32 count; // positions
 };
 
-// Columns are filtered in strips, so that the picture is walked in the order of memory.
-constexpr i32 kStripColumns = 64;
-constexpr std::size_t kMostSamples = kStripColumns * 3;
+// Columns are filtered in strips of so many bytes, so that the picture is walked in the order of
+// memory.
+constexpr std::size_t kMostSamples = 192;
 
 inline std::size_t BytesPerPixel(const DibView& source) {
     return source.bits / 8;
+}
+
+inline i32 StripColumns(const DibView& source) {
+    return std::min(static_cast<i32>(kMostSamples / BytesPerPixel(source)), source.width);
 }
 
 // Calls `filterRow(line)` for each row and `filterStrip(line, sourcePixels)` for each strip, with
@@ -41,7 +45,7 @@ WorkEnd FilterRowsThenColumns(const KernelRun& run, const RowFilter& filterRow,
     }
     i32 columns = 0;
     for (i32 x = 0; x < source.width; x += columns) {
-        columns = std::min(kStripColumns, source.width - x);
+        columns = std::min(StripColumns(source), source.width - x);
         for (i32 column = 0; column < columns; ++column) {
             if (!run.BeginLine(x + column, source.width, 50, 50)) {
                 return WorkEnd::Stopped;
