@@ -27,11 +27,11 @@ struct Rows {
 
     // From the samples at `i` and its neighbours in the row at `left` and `right`.
     u8 Smooth(std::size_t left, std::size_t i, std::size_t right) const {
-        const i32 rise =
+        const i32 slopeUp =
             2 * (above[i] - below[i]) + above[left] + above[right] - below[left] - below[right];
-        const i32 run = 2 * (here[right] - here[left]) + below[right] + above[right] - below[left] -
-                        above[left];
-        if (std::abs(rise) + std::abs(run) >= kEdge) {
+        const i32 slopeAcross = 2 * (here[right] - here[left]) + below[right] + above[right] -
+                                below[left] - above[left];
+        if (std::abs(slopeUp) + std::abs(slopeAcross) >= kEdge) {
             return here[i];
         }
         const i32 sum = below[left] + below[i] + below[right] + here[left] + here[i] + here[right] +
