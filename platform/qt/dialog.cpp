@@ -130,7 +130,7 @@ LRESULT DefaultProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLOSE: {
         const HWND cancel = GetDlgItem(dialog, IDCANCEL);
         if (cancel == nullptr || IsWindowEnabled(cancel)) {
-            PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
                          reinterpret_cast<LPARAM>(cancel));
         }
         return 0;

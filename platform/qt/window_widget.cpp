@@ -66,7 +66,7 @@ void WindowWidget::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {
-    // The window decides; nothing closes behind its back.
-    event->ignore();
+    // The window decides; nothing closes behind its back. An application that quits asks first.
     SendMessageA(handle_, WM_CLOSE, 0, 0);
+    event->setAccepted(!IsWindowVisible(handle_));
 }
