@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -58,41 +57,57 @@ QString FileNameFor(const EffectRow& row) {
     return name + ".png";
 }
 
-// Waits beside the dialog's own loop: works the dialog once it is there, and cancels it in the end.
+// Works the dialog once it is there, and cancels it in the end. Its timer is one of the dialog's
+// world: it rests while a kernel runs, where a timer of Qt's would see half-made dialogs.
 class Photographer {
 public:
-    explicit Photographer(const QString& file) : file_(file) {
-        QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
-        timer_.start(kLookEveryMs);
+    explicit Photographer(const QString& file)
+        : file_(file), timer_(SetTimer(nullptr, 0, kLookEveryMs, OnTimer)) {
+        current = this;
         clock_.start();
+    }
+    Photographer(const Photographer&) = delete;
+    Photographer& operator=(const Photographer&) = delete;
+    ~Photographer() {
+        KillTimer(nullptr, timer_);
+        current = nullptr;
     }
 
     bool Written() const { return written_; }
 
 private:
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+        if (current != nullptr) {
+            current->Look();
+        }
+    }
+
     void Look() {
         if (dialog_ == nullptr) {
             dialog_ = FindWindowA("#32770", nullptr);
             if (dialog_ != nullptr) {
                 MoveAControl(dialog_);
                 clock_.restart();
-            } else if (clock_.hasExpired(kPatienceMs)) {
-                std::fputs("zqhost: no dialog came up\n", stderr);
-                std::_Exit(1);
             }
         } else if (clock_.hasExpired(kAfterPaneMs)) {
-            timer_.stop();
             written_ = GrabWindow(dialog_).save(file_);
             SendMessageA(dialog_, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
         }
+        if (clock_.hasExpired(kPatienceMs)) {
+            std::fputs("zqhost: a dialog did not come up or did not end\n", stderr);
+            std::_Exit(1);
+        }
     }
 
+    static Photographer* current;
     QString file_;
-    QTimer timer_;
+    UINT_PTR timer_;
     QElapsedTimer clock_;
     HWND dialog_ = nullptr;
     bool written_ = false;
 };
+
+Photographer* Photographer::current = nullptr;
 
 } // namespace
 

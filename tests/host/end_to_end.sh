@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# Works zqhost as a person does, with keyboard and mouse on a screen of its own: two effects chosen
-# from the menu, dragged, accepted and undone, and one cancelled.
+# Works the hosts as a person does, with keyboard and mouse on a screen of their own. In zqhost two
+# effects are chosen from the menu, dragged, accepted and undone, and one is cancelled; the minimal
+# host shows its one dialog.
 # Exit status 77: no screen could be started here.
 set -euo pipefail
 
 zqhost=$1
-picture=$2
+minimal=$2
+picture=$3
 patience=30 # seconds for whatever is waited for
 work=$(mktemp -d)
 
@@ -64,9 +66,21 @@ look() {
 before_pane() { look 90 90 20 18; }
 after_pane() { look 90 90 20 166; }
 shown_picture() { look 600 400 100 90; }
+open_menu() { look 200 40 122 22; }
 
 shows() { [[ $("$1") == "$2" ]]; }
 shows_other() { [[ $("$1") != "$2" ]]; }
+
+# settled PART: its sign once it stays the same for longer than the panes' clock takes.
+settled() {
+    local first second=none
+    until [[ ${first:-} == "$second" ]]; do
+        first=$("$1")
+        sleep 1.2
+        second=$("$1")
+    done
+    echo "$second"
+}
 
 # drag FROM TO TOP: a scroll bar's thumb, in small steps.
 drag() {
@@ -82,18 +96,17 @@ drag() {
 # open_effect ROW NAME: from the menu, by keyboard.
 open_effect() {
     window "$main"
-    local row
+    local row closed
+    closed=$(open_menu)
     xdotool key alt+c
-    sleep 0.5
+    wait_for "the menu" shows_other open_menu "$closed"
     for ((row = 1; row < $1; ++row)); do
         xdotool key Down
     done
     xdotool key Return
     window "^$2\$"
-    # Until the panes have settled on what the dialog opens with.
-    sleep 2.5
-    before=$(before_pane)
-    after=$(after_pane)
+    before=$(settled before_pane)
+    after=$(settled after_pane)
 }
 
 # drag_and_see FROM TO TOP: the After pane follows the bar, and the Before pane stays.
@@ -114,12 +127,13 @@ undo() {
 }
 
 start_screen
-QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$work "$zqhost" "$picture" >"$work/host.log" 2>&1 &
+export QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$work
+
+"$zqhost" "$picture" >"$work/host.log" 2>&1 &
 host=$!
 main="^$(basename "$picture") "
 window "$main"
-sleep 1
-original=$(shown_picture)
+original=$(settled shown_picture)
 
 open_effect 1 "Brightness and Contrast"
 drag_and_see 246 300 48
@@ -148,5 +162,13 @@ expect_picture shows "$original" "the same picture after Cancel"
 window "$main"
 xdotool key ctrl+q
 wait "$host" || fail "zqhost ended with $?"
+
+"$minimal" >"$work/host.log" 2>&1 &
+host=$!
+window "^Brightness and Contrast\$"
+drag 246 300 48
+xdotool key Return
+wait "$host" || fail "minimal ended with $?"
 host=
+grep -qE '^channel 0, brightness [1-9][0-9]*, contrast 0$' "$work/host.log" || fail "not that record"
 echo "end_to_end: all as expected"
