@@ -10,7 +10,8 @@
 #include <QThread>
 #include <QWidget>
 
-#include <vector>
+#include <clocale>
+#include <string>
 
 namespace {
 
@@ -61,12 +62,15 @@ bool HasDisplay() {
     return false;
 }
 
-// Kept for the process: windows of other libraries may come to stand on it.
+// Kept for the process: windows of other libraries may come to stand on it. Qt takes the user's
+// locale for the whole process; the host gets its own back.
 void MakeApplication() {
     static char name[] = "zqUi";
     static char* arguments[] = {name, nullptr};
     static int count = 1;
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
     auto* application = new QApplication(count, arguments);
+    std::setlocale(LC_ALL, locale.c_str());
     application->setQuitOnLastWindowClosed(false);
 }
 

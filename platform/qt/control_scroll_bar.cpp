@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyleOptionSlider>
 #include <QWheelEvent>
@@ -61,6 +62,17 @@ public:
     }
 
 protected:
+    void paintEvent(QPaintEvent* event) override {
+        QScrollBar::paintEvent(event);
+        if (hasFocus()) {
+            QStyleOptionFocusRect focus;
+            focus.initFrom(this);
+            focus.rect = ThumbRect().adjusted(2, 2, -2, -2);
+            QPainter painter(this);
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+        }
+    }
+
     void mousePressEvent(QMouseEvent* event) override {
         if (event->button() != Qt::LeftButton) {
             return;
@@ -127,13 +139,14 @@ private:
 
     // Pages turn until the thumb has come to the mouse.
     bool ThumbIsUnderMouse(int code) const {
-        if (!held_ || (code != SB_PAGEUP && code != SB_PAGEDOWN)) {
-            return false;
-        }
+        return held_ && (code == SB_PAGEUP || code == SB_PAGEDOWN) && ThumbRect().contains(mouse_);
+    }
+
+    QRect ThumbRect() const {
         QStyleOptionSlider option;
         initStyleOption(&option);
-        return style()->hitTestComplexControl(QStyle::CC_ScrollBar, &option, mouse_, this) ==
-               QStyle::SC_ScrollBarSlider;
+        return style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider,
+                                       this);
     }
 
     void Send(int code, int place) {

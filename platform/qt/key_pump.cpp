@@ -1,6 +1,7 @@
 #include "platform/qt/key_pump.h"
 
 #include "platform/qt/application.h"
+#include "platform/qt/focus.h"
 #include "platform/qt/key_state.h"
 #include "platform/qt/window.h"
 
@@ -8,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QThread>
 
 #include <memory>
 #include <utility>
@@ -15,7 +17,13 @@
 
 namespace {
 
-bool pumping = false;
+constexpr int kNotPumping = -1;
+int pumpLevel = kNotPumping;
+
+// A handler of the host's that opens a loop of its own meanwhile needs its events there.
+bool IsPumping() {
+    return pumpLevel != kNotPumping && QThread::currentThread()->loopLevel() == pumpLevel;
+}
 
 std::vector<std::function<void()>>& HeldCalls() {
     static auto& calls = *new std::vector<std::function<void()>>;
@@ -80,7 +88,8 @@ bool IsOwnWidget(const QObject* object) {
 
 // Takes presses of the keys that programs ask for; they are known from now on.
 bool TakeKey(const QEvent& event) {
-    if (event.type() != QEvent::KeyPress && event.type() != QEvent::KeyRelease) {
+    const bool isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+    if (!isKey || !OwnWindowIsActive()) {
         return false;
     }
     const auto& key = static_cast<const QKeyEvent&>(event);
@@ -100,26 +109,27 @@ bool TakeKey(const QEvent& event) {
 } // namespace
 
 void PumpKeys() {
-    if (pumping) {
+    if (pumpLevel != kNotPumping) {
         return;
     }
-    pumping = true;
+    pumpLevel = QThread::currentThread()->loopLevel();
     QCoreApplication::processEvents();
-    pumping = false;
+    pumpLevel = kNotPumping;
     for (auto& call : std::exchange(HeldCalls(), {})) {
         PostCall(std::move(call));
     }
 }
 
 bool HoldWhilePumping(std::function<void()>& call) {
-    if (pumping) {
-        HeldCalls().push_back(std::move(call));
+    if (!IsPumping()) {
+        return false;
     }
-    return pumping;
+    HeldCalls().push_back(std::move(call));
+    return true;
 }
 
 bool HoldWhilePumping(QObject* receiver, QEvent& event) {
-    if (!pumping) {
+    if (!IsPumping()) {
         return false;
     }
     if (event.type() == QEvent::Timer) {

@@ -93,10 +93,11 @@ BOOL InvalidateRect(HWND handle, const RECT* rect, BOOL erase) {
 }
 
 BOOL UpdateWindow(HWND handle) {
-    if (FindWindowOf(handle) == nullptr) {
+    const Window* window = FindWindowOf(handle);
+    if (window == nullptr) {
         return 0;
     }
-    if (IsWindowVisible(handle)) {
+    if (IsWindowVisible(handle) && !window->surface.painting) {
         SendPaint(handle);
         if (QWidget* widget = WidgetOf(handle)) {
             widget->repaint();
