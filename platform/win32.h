@@ -31,6 +31,7 @@ using HDC = HDC__*;
 using HGDIOBJ = HGDIOBJ__*;
 using HBRUSH = HGDIOBJ__*;
 using HFONT = HGDIOBJ__*;
+using HPEN = HGDIOBJ__*;
 using HCURSOR = HCURSOR__*;
 using HICON = void*;
 using HMENU = void*;
@@ -256,6 +257,7 @@ constexpr DWORD BS_OWNERDRAW = 11;
 constexpr DWORD SS_LEFT = 0;
 constexpr DWORD SS_CENTER = 1;
 constexpr DWORD SS_RIGHT = 2;
+constexpr DWORD SS_ETCHEDFRAME = 18;
 constexpr DWORD DS_SETFONT = 0x40;
 constexpr DWORD DS_MODALFRAME = 0x80;
 constexpr DWORD DS_CENTER = 0x800;
@@ -296,11 +298,20 @@ constexpr int WHITE_BRUSH = 0;
 constexpr int LTGRAY_BRUSH = 1;
 constexpr int GRAY_BRUSH = 2;
 constexpr int BLACK_BRUSH = 4;
+constexpr int BLACK_PEN = 7;
 constexpr int SYSTEM_FONT = 13;
 constexpr int DEFAULT_GUI_FONT = 17;
 
+constexpr int PS_SOLID = 0;
+
 constexpr int TRANSPARENT = 1;
 constexpr int OPAQUE = 2;
+
+constexpr UINT TA_LEFT = 0;
+constexpr UINT TA_RIGHT = 2;
+constexpr UINT TA_CENTER = 6;
+constexpr UINT TA_TOP = 0;
+constexpr UINT TA_BOTTOM = 8;
 
 constexpr UINT DT_CENTER = 0x01;
 constexpr UINT DT_VCENTER = 0x04;
@@ -311,6 +322,7 @@ constexpr UINT EDGE_SUNKEN = 10;
 constexpr UINT BF_RECT = 15;
 
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
+constexpr UINT GDI_ERROR = 0xFFFFFFFF;
 
 constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
@@ -351,6 +363,7 @@ ZQ_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 ZQ_API int GetClassNameA(HWND window, LPSTR buffer, int size);
 ZQ_API BOOL ShowWindow(HWND window, int command);
 ZQ_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+ZQ_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 ZQ_API BOOL GetClientRect(HWND window, RECT* rect);
 ZQ_API BOOL GetWindowRect(HWND window, RECT* rect);
 ZQ_API BOOL ScreenToClient(HWND window, POINT* point);
@@ -377,6 +390,9 @@ ZQ_API BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 ZQ_API BOOL UpdateWindow(HWND window);
 ZQ_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
 ZQ_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+// For the client area, at any time but between BeginPaint and EndPaint.
+ZQ_API HDC GetDC(HWND window);
+ZQ_API int ReleaseDC(HWND window, HDC dc);
 
 // ---- Dialogs and controls (platform/qt) ---------------------------------------------------------
 
@@ -401,13 +417,24 @@ ZQ_API int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
 // ---- Drawing (platform/qt) ----------------------------------------------------------------------
 
 ZQ_API HGDIOBJ GetStockObject(int index);
+ZQ_API DWORD GetSysColor(int index);
+ZQ_API HBRUSH CreateSolidBrush(COLORREF color);
+// Solid pens of one pixel only.
+ZQ_API HPEN CreatePen(int style, int width, COLORREF color);
 ZQ_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 ZQ_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 ZQ_API BOOL DeleteObject(HGDIOBJ object);
 ZQ_API int SetBkMode(HDC dc, int mode);
 ZQ_API COLORREF SetTextColor(HDC dc, COLORREF color);
+ZQ_API UINT SetTextAlign(HDC dc, UINT align);
 // A `brush` below 256 is the number of a system colour plus 1.
 ZQ_API int FillRect(HDC dc, const RECT* rect, HBRUSH brush);
+// The outline by the pen, the inside by the brush.
+ZQ_API BOOL Rectangle(HDC dc, int left, int top, int right, int bottom);
+ZQ_API BOOL MoveToEx(HDC dc, int x, int y, POINT* before);
+// Leaves the last point out.
+ZQ_API BOOL LineTo(HDC dc, int x, int y);
+ZQ_API BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int length);
 ZQ_API int DrawTextA(HDC dc, LPCSTR text, int length, RECT* rect, UINT format);
 ZQ_API BOOL DrawEdge(HDC dc, RECT* rect, UINT edge, UINT flags);
 ZQ_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,

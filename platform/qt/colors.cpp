@@ -42,6 +42,13 @@ QColor SystemColor(int index) {
     return index >= 0 && number < kSystemColors.size() ? QColor(kSystemColors[number]) : QColor();
 }
 
+DWORD GetSysColor(int index) {
+    const QColor color = SystemColor(index);
+    return !color.isValid()
+               ? 0
+               : static_cast<DWORD>(color.red() | color.green() << 8 | color.blue() << 16);
+}
+
 QColor BrushColor(HBRUSH brush) {
     const auto value = reinterpret_cast<std::uintptr_t>(brush);
     if (value < kSystemColorBrushes) {

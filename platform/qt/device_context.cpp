@@ -12,6 +12,17 @@ HandleTable<std::unique_ptr<DeviceContext>>& Contexts() {
     return *contexts;
 }
 
+HGDIOBJ& SelectedOfKind(DeviceContext& context, DrawingObjectKind kind) {
+    switch (kind) {
+    case DrawingObjectKind::Font:
+        return context.font;
+    case DrawingObjectKind::Pen:
+        return context.pen;
+    default:
+        return context.brush;
+    }
+}
+
 } // namespace
 
 HDC OpenDeviceContext(QImage& surface, const QRegion& clip) {
@@ -20,6 +31,7 @@ HDC OpenDeviceContext(QImage& surface, const QRegion& clip) {
     context->clip = clip;
     context->font = GetStockObject(SYSTEM_FONT);
     context->brush = GetStockObject(WHITE_BRUSH);
+    context->pen = GetStockObject(BLACK_PEN);
     context->backgroundMode = OPAQUE;
     return reinterpret_cast<HDC>(Contexts().Add(std::move(context)));
 }
@@ -53,8 +65,7 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
     if (context == nullptr || found == nullptr) {
         return nullptr;
     }
-    return std::exchange(found->kind == DrawingObjectKind::Font ? context->font : context->brush,
-                         object);
+    return std::exchange(SelectedOfKind(*context, found->kind), object);
 }
 
 int SetBkMode(HDC dc, int mode) {
@@ -68,4 +79,9 @@ int SetBkMode(HDC dc, int mode) {
 COLORREF SetTextColor(HDC dc, COLORREF color) {
     DeviceContext* context = FindDeviceContext(dc);
     return context == nullptr ? CLR_INVALID : std::exchange(context->textColor, color);
+}
+
+UINT SetTextAlign(HDC dc, UINT align) {
+    DeviceContext* context = FindDeviceContext(dc);
+    return context == nullptr ? GDI_ERROR : std::exchange(context->textAlign, align);
 }

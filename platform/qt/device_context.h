@@ -10,8 +10,11 @@ struct DeviceContext {
     QRegion clip;
     HGDIOBJ font;
     HGDIOBJ brush;
+    HGDIOBJ pen;
+    QPoint position; // where the next line begins
     int backgroundMode;
     COLORREF textColor;
+    UINT textAlign;
     QPainter painter; // begun by the first operation that draws
 };
 

@@ -36,6 +36,7 @@ struct StockObjects {
     HGDIOBJ lightGrey = AddBrush(0xC0C0C0);
     HGDIOBJ grey = AddBrush(0x808080);
     HGDIOBJ black = AddBrush(0);
+    HGDIOBJ blackPen = AddDrawingObject({DrawingObjectKind::Pen, 0, {}, true});
     HGDIOBJ systemFont = AddFont(SansSerif(-13, 700));
     HGDIOBJ guiFont = AddFont(SansSerif(-11, 400));
 };
@@ -67,6 +68,8 @@ HGDIOBJ GetStockObject(int index) {
         return stock.grey;
     case BLACK_BRUSH:
         return stock.black;
+    case BLACK_PEN:
+        return stock.blackPen;
     case SYSTEM_FONT:
         return stock.systemFont;
     case DEFAULT_GUI_FONT:
@@ -76,11 +79,22 @@ HGDIOBJ GetStockObject(int index) {
     }
 }
 
+HBRUSH CreateSolidBrush(COLORREF color) {
+    return AddDrawingObject({DrawingObjectKind::Brush, color, {}, false});
+}
+
 HFONT CreateFontIndirectA(const LOGFONTA* description) {
     if (description == nullptr) {
         return nullptr;
     }
     return AddDrawingObject({DrawingObjectKind::Font, 0, *description, false});
+}
+
+HPEN CreatePen(int style, int width, COLORREF color) {
+    if (style != PS_SOLID || width > 1) {
+        return nullptr;
+    }
+    return AddDrawingObject({DrawingObjectKind::Pen, color, {}, false});
 }
 
 BOOL DeleteObject(HGDIOBJ object) {

@@ -1,14 +1,14 @@
-// What brush and font handles stand for. Plain data, so that a library may make them while it is
-// being loaded.
+// What handles of brushes, pens and fonts stand for. Plain data, so that a library may make them
+// while it is being loaded.
 #pragma once
 
 #include "platform/win32.h"
 
-enum class DrawingObjectKind { Brush, Font };
+enum class DrawingObjectKind { Brush, Font, Pen };
 
 struct DrawingObject {
     DrawingObjectKind kind;
-    COLORREF color;   // of a brush
+    COLORREF color;   // of a brush or pen
     LOGFONTA font;    // of a font
     bool isPermanent; // DeleteObject leaves it alone
 };

@@ -132,6 +132,25 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     return paint->hdc;
 }
 
+HDC GetDC(HWND handle) {
+    Window* window = FindWindowOf(handle);
+    if (window == nullptr || window->surface.image.isNull() || window->surface.dc != nullptr) {
+        return nullptr;
+    }
+    window->surface.dc = OpenDeviceContext(window->surface.image, QRegion(ClientRect(*window)));
+    return window->surface.dc;
+}
+
+int ReleaseDC(HWND handle, HDC dc) {
+    Window* window = FindWindowOf(handle);
+    if (window == nullptr || dc == nullptr || window->surface.dc != dc) {
+        return 0;
+    }
+    CloseContext(window->surface);
+    ShowRegion(*window, ClientRect(*window));
+    return 1;
+}
+
 BOOL EndPaint(HWND handle, const PAINTSTRUCT* paint) {
     Window* window = FindWindowOf(handle);
     if (window == nullptr || paint == nullptr) {

@@ -213,6 +213,50 @@ QRect InkOf(const QImage& image) {
     return ink;
 }
 
+// What is drawn in black on a small paper, row by row.
+std::vector<std::string> BlackPixels(const QImage& image) {
+    std::vector<std::string> rows;
+    for (int y = 0; y < image.height(); ++y) {
+        std::string& row = rows.emplace_back();
+        for (int x = 0; x < image.width(); ++x) {
+            row += image.pixel(x, y) == qRgb(0, 0, 0) ? '#' : '.';
+        }
+    }
+    return rows;
+}
+
+TEST(LineToCall, JoinsThePointsAndLeavesOutTheLast) {
+    Paper paper(6, 4);
+    POINT before{};
+    EXPECT_TRUE(MoveToEx(paper.dc, 0, 3, &before));
+    for (const QPoint point : {QPoint(2, 3), QPoint(2, 0), QPoint(5, 1), QPoint(5, 1)}) {
+        EXPECT_TRUE(LineTo(paper.dc, point.x(), point.y()));
+    }
+    MoveToEx(paper.dc, 0, 0, &before);
+    EXPECT_EQ(QPoint(before.x, before.y), QPoint(5, 1));
+    const std::vector<std::string> expected = {"..##..", "..#.#.", "..#...", "###..."};
+    EXPECT_EQ(BlackPixels(paper.image), expected);
+}
+
+TEST(RectangleCall, DrawsTheOutlineByPenAndTheInsideByBrush) {
+    const HPEN pen = CreatePen(PS_SOLID, 1, GetSysColor(COLOR_BTNFACE));
+    const HBRUSH brush = CreateSolidBrush(0);
+    Paper paper(6, 4);
+    const HGDIOBJ blackPen = SelectObject(paper.dc, pen);
+    const HGDIOBJ whiteBrush = SelectObject(paper.dc, brush);
+    EXPECT_TRUE(Rectangle(paper.dc, 1, 0, 5, 4));
+    EXPECT_EQ(paper.image.pixel(1, 0), qRgb(192, 192, 192));
+    EXPECT_EQ(paper.image.pixel(5, 3), kGreen);
+    const std::vector<std::string> expected = {"......", "..##..", "..##..", "......"};
+    EXPECT_EQ(BlackPixels(paper.image), expected);
+
+    EXPECT_EQ(SelectObject(paper.dc, blackPen), pen);
+    EXPECT_EQ(SelectObject(paper.dc, whiteBrush), brush);
+    EXPECT_TRUE(DeleteObject(pen));
+    EXPECT_TRUE(DeleteObject(brush));
+    EXPECT_FALSE(DeleteObject(pen));
+}
+
 TEST(DrawTextCall, CentresALineInItsRectangle) {
     for (const char* text : {"+", "-", "100%", "Brightness"}) {
         Paper paper(160, 60);
