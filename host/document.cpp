@@ -66,7 +66,7 @@ bool HostDocument::ApplyEffect(EffectId id, const void* record) {
     if (next == current_) {
         return false;
     }
-    Step(std::move(next));
+    Step(next);
     return true;
 }
 
@@ -87,7 +87,7 @@ bool HostDocument::Undo() {
     return true;
 }
 
-void HostDocument::Step(State next) {
+void HostDocument::Step(const State& next) {
     history_.push_back(current_);
     Show(next);
     DropOldest();

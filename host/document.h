@@ -48,7 +48,7 @@ private:
         bool operator==(const State&) const = default;
     };
 
-    void Step(State next);
+    void Step(const State& next);
     void Show(const State& state);
     void DropOldest();
 

@@ -228,7 +228,7 @@ PictureResult ReadPixels(PngWork& work, const OwnedBlock& dib, OwnedBlock* alpha
         return PictureResult::TooLarge;
     }
     work.rows = rows.Entries();
-    if (work.HasAlphaChannel()) {
+    if (alpha != nullptr && work.HasAlphaChannel()) {
         return ReadWithAlpha(work, target, *alpha);
     }
     for (u32 y = 0; y < work.height; ++y) {
