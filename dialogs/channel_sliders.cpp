@@ -1,4 +1,5 @@
 // Dialogs with one or two bars and, all but Threshold, the channel group.
+#include "dialogs/contexts.h"
 #include "dialogs/dialog_frame.h"
 #include "dialogs/openers.h"
 #include "dialogs/scroll_bars.h"
@@ -11,22 +12,18 @@ constexpr RadioGroup kChannels[] = {{IDC_CHANNEL_RGB, IDC_CHANNEL_B}};
 
 // ---- Brightness and Contrast: works in a block of its own, which OK copies to the caller ----
 
-struct BrightnessContrastContext {
-    DocHandle document;
-    BrightnessContrastParams record;
-};
-
 void* RebuildBrightnessContrast(HWND window, void* context) {
-    constexpr int kNeutral = 128;
-    BrightnessContrastParams& record = static_cast<BrightnessContrastContext*>(context)->record;
+    BrightnessContrastParams& record =
+        static_cast<OwnRecordContext<BrightnessContrastParams>*>(context)->record;
     record.channel = CheckedRadio(window, kChannels[0]);
-    record.brightness = ScrollBarPosition(window, IDC_FIRST_BAR) - kNeutral;
-    record.contrast = ScrollBarPosition(window, IDC_SECOND_BAR) - kNeutral;
+    record.brightness = ScrollBarValue(window, IDD_BRIGHTNESS_CONTRAST, IDC_FIRST_BAR);
+    record.contrast = ScrollBarValue(window, IDD_BRIGHTNESS_CONTRAST, IDC_SECOND_BAR);
     return &record;
 }
 
 INT_PTR AcceptBrightnessContrast(HWND, const void* context) {
-    return static_cast<const BrightnessContrastContext*>(context)->record.channel + 1;
+    return static_cast<const OwnRecordContext<BrightnessContrastParams>*>(context)->record.channel +
+           1;
 }
 
 constexpr DialogKind kBrightnessContrast{
@@ -41,13 +38,8 @@ constexpr DialogKind kBrightnessContrast{
 
 // ---- Threshold: works in a block of its own, too ----
 
-struct ThresholdContext {
-    DocHandle document;
-    ThresholdParams record;
-};
-
 void* RebuildThreshold(HWND window, void* context) {
-    ThresholdParams& record = static_cast<ThresholdContext*>(context)->record;
+    ThresholdParams& record = static_cast<OwnRecordContext<ThresholdParams>*>(context)->record;
     record.level = ScrollBarPosition(window, IDC_FIRST_BAR);
     return &record;
 }
@@ -55,20 +47,11 @@ void* RebuildThreshold(HWND window, void* context) {
 constexpr DialogKind kThreshold{
     .dialog = IDD_THRESHOLD,
     .effect = 7,
-    .greyRule = GreyRule::None,
-    .radioGroups = {},
     .rebuildRecord = RebuildThreshold,
-    .acceptedResult = AcceptedWithOne,
     .cancelledResult = -1,
 };
 
 // ---- Color Reduction and Find Contour: work in the caller's buffer itself ----
-
-template <class Params>
-struct CallersBufferContext {
-    DocHandle document;
-    Params* record;
-};
 
 void* RebuildColorReduction(HWND window, void* context) {
     ColorReductionParams* record =
@@ -87,7 +70,6 @@ constexpr DialogKind kColorReduction{
     .greyRule = GreyRule::NoChannel,
     .radioGroups = kChannels,
     .rebuildRecord = RebuildColorReduction,
-    .acceptedResult = AcceptedWithOne,
     .cancelledResult = 0,
 };
 
@@ -105,41 +87,28 @@ constexpr DialogKind kFindContour{
     .greyRule = GreyRule::OneChannel,
     .radioGroups = kChannels,
     .rebuildRecord = RebuildFindContour,
-    .acceptedResult = AcceptedWithOne,
     .cancelledResult = 0,
 };
 
 } // namespace
 
 i32 OpenBrightnessContrast(EffectId, HWND parent, DocHandle document, void* params) {
-    BrightnessContrastContext context{document, {}};
-    if (RunDialog<kBrightnessContrast>(parent, &context) <= 0) {
-        return 0;
-    }
-    *static_cast<BrightnessContrastParams*>(params) = context.record;
-    return 1;
+    return RunOnOwnRecord<kBrightnessContrast, BrightnessContrastParams>(parent, document, params);
 }
 
 i32 OpenThreshold(EffectId, HWND parent, DocHandle document, void* params) {
-    ThresholdContext context{document, {}};
-    if (RunDialog<kThreshold>(parent, &context) <= 0) {
-        return 0;
-    }
-    static_cast<ThresholdParams*>(params)->level = context.record.level;
-    return 1;
+    return RunOnOwnRecord<kThreshold, ThresholdParams>(parent, document, params);
 }
 
 i32 OpenColorReduction(EffectId, HWND parent, DocHandle document, void* params) {
-    CallersBufferContext<ColorReductionParams> context{document,
-                                                       static_cast<ColorReductionParams*>(params)};
-    context.record->levels = 8;
-    return static_cast<i32>(RunDialog<kColorReduction>(parent, &context));
+    auto* record = static_cast<ColorReductionParams*>(params);
+    record->levels = ScrollBarStart(IDD_COLOR_REDUCTION, IDC_FIRST_BAR);
+    return RunOnCallersBuffer<kColorReduction>(parent, document, record);
 }
 
 i32 OpenFindContour(EffectId, HWND parent, DocHandle document, void* params) {
-    CallersBufferContext<FindContourParams> context{document,
-                                                    static_cast<FindContourParams*>(params)};
-    context.record->mode = 1;
-    context.record->threshold = 128;
-    return static_cast<i32>(RunDialog<kFindContour>(parent, &context));
+    auto* record = static_cast<FindContourParams*>(params);
+    record->mode = 1;
+    record->threshold = ScrollBarStart(IDD_FIND_CONTOUR, IDC_CONTOUR_BAR);
+    return RunOnCallersBuffer<kFindContour>(parent, document, record);
 }

@@ -49,6 +49,10 @@ void ApplyGreyRule(GreyRule rule, HWND window) {
         CheckRadioButton(window, IDC_CHANNEL_RGB, IDC_CHANNEL_B, 0);
         EnableRadios(window, IDC_CHANNEL_RGB, IDC_CHANNEL_B, FALSE);
         break;
+    case GreyRule::PencilOnly:
+        CheckRadioButton(window, IDC_CRAYON, IDC_PENCIL, IDC_PENCIL);
+        EnableRadios(window, IDC_CRAYON, IDC_CRAYON, FALSE);
+        break;
     }
 }
 
@@ -58,25 +62,65 @@ DocHandle DocumentOf(const void* context) {
     return document;
 }
 
-void Open(const DialogKind& kind, HWND window, void* context) {
-    WirePreviews(window, context, kind.effect);
-    if (context == nullptr) {
-        return;
-    }
-    OpenScrollBars(window, kind.dialog);
+EffectId EffectOf(const DialogKind& kind, const void* context) {
+    return kind.servedEffect == nullptr ? kind.effect : kind.servedEffect(context).effect;
+}
+
+void ShowCaption(HWND window, UINT caption) {
+    char text[256] = "";
+    LoadStringA(moduleInstance, caption, text, sizeof(text));
+    SetWindowTextA(window, text);
+}
+
+// Gives whether the focus has been set.
+bool OpenControls(const DialogKind& kind, HWND window, void* context) {
+    OpenScrollBars(window, kind.dialog, EffectOf(kind, context));
     for (const RadioGroup& group : kind.radioGroups) {
-        CheckRadioButton(window, group.first, group.last, group.first);
+        CheckRadioButton(window, group.first, group.last, group.first + group.start);
     }
-    if (IsGreyDocument(DocumentOf(context)) != 0) {
+    if (kind.servedEffect != nullptr) {
+        ShowCaption(window, kind.servedEffect(context).caption);
+    }
+    const bool focusIsSet = kind.openControls != nullptr && kind.openControls(window, context);
+    if (kind.greyRule != GreyRule::None && IsGreyDocument(DocumentOf(context)) != 0) {
         ApplyGreyRule(kind.greyRule, window);
     }
+    return focusIsSet;
+}
+
+// Gives whether the focus has been set. A dialog that serves several effects is wired once the
+// context has told which.
+bool Open(const DialogKind& kind, HWND window, void* context) {
+    if (kind.servedEffect == nullptr) {
+        WirePreviews(window, context, kind.effect);
+    }
+    if (context == nullptr) {
+        return false;
+    }
+    if (kind.servedEffect != nullptr) {
+        WirePreviews(window, context, EffectOf(kind, context));
+    }
+    const bool focusIsSet = OpenControls(kind, window, context);
     RefreshAfter(kind, window, context);
+    return focusIsSet;
+}
+
+bool FollowBar(const DialogKind& kind, HWND window, void* context, WPARAM wParam, LPARAM lParam) {
+    if (kind.followScrollBar != nullptr) {
+        return kind.followScrollBar(window, context, wParam, lParam);
+    }
+    return FollowScrollBar(window, kind.dialog, EffectOf(kind, context), wParam, lParam);
 }
 
 bool IsRadio(const DialogKind& kind, int id) {
     return std::ranges::any_of(kind.radioGroups, [id](const RadioGroup& group) {
         return id >= group.first && id <= group.last;
     });
+}
+
+// A command of another control than OK and Cancel. Gives whether the After pane is to follow.
+bool CarryOut(const DialogKind& kind, HWND window, void* context, int id) {
+    return IsRadio(kind, id) || (kind.command != nullptr && kind.command(window, context, id));
 }
 
 void Command(const DialogKind& kind, HWND window, void* context, int id) {
@@ -86,7 +130,7 @@ void Command(const DialogKind& kind, HWND window, void* context, int id) {
         kind.rebuildRecord(window, context);
         FinishEmbedded(window);
         EndDialog(window, kind.acceptedResult(window, context));
-    } else if (IsRadio(kind, id) && context != nullptr) {
+    } else if (context != nullptr && CarryOut(kind, window, context, id)) {
         RefreshAfter(kind, window, context);
     }
 }
@@ -97,11 +141,10 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
                            LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
-        Open(kind, window, reinterpret_cast<void*>(lParam));
-        return TRUE;
+        return Open(kind, window, reinterpret_cast<void*>(lParam)) ? FALSE : TRUE;
     case WM_HSCROLL:
         if (void* context = ContextOf(window);
-            context != nullptr && FollowScrollBar(window, kind.dialog, wParam, lParam)) {
+            context != nullptr && FollowBar(kind, window, context, wParam, lParam)) {
             RefreshAfter(kind, window, context);
         }
         return TRUE;
@@ -109,7 +152,9 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
         Command(kind, window, ContextOf(window), LOWORD(wParam));
         return TRUE;
     default:
-        return FALSE;
+        return kind.otherMessage == nullptr
+                   ? FALSE
+                   : kind.otherMessage(window, ContextOf(window), message, wParam, lParam);
     }
 }
 

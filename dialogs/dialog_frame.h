@@ -13,11 +13,12 @@
 // the dialog runs. It begins with the document's handle (see WirePreviews), and the record that the
 // After pane reads lies in it or in the caller's buffer, at one address all the while.
 
-// A group of radio buttons with consecutive ids, of which the first is checked at opening. A click
-// on any of them refreshes the After pane.
+// A group of radio buttons with consecutive ids, of which one is checked at opening. A click on any
+// of them refreshes the After pane.
 struct RadioGroup {
     int first;
     int last;
+    int start = 0; // index of the one that is checked at opening
 };
 
 // What a dialog does when the document is grey.
@@ -25,18 +26,41 @@ enum class GreyRule {
     None,
     OneChannel, // the channel group offers "Gray" alone
     NoChannel,  // the channel group offers nothing
+    PencilOnly, // the styles offer "Pencil" alone
 };
+
+// What a dialog that serves several effects was opened for.
+struct ServedEffect {
+    EffectId effect;
+    UINT caption; // string resource
+};
+
+// The accepted result of dialogs that end with 1.
+INT_PTR AcceptedWithOne(HWND window, const void* context);
 
 struct DialogKind {
     int dialog; // resource id of the template
-    EffectId effect;
-    GreyRule greyRule;
-    std::span<const RadioGroup> radioGroups;
+    EffectId effect = 0;
+    // Instead of `effect`, for a dialog that serves several.
+    ServedEffect (*servedEffect)(const void* context) = nullptr;
+    GreyRule greyRule = GreyRule::None;
+    std::span<const RadioGroup> radioGroups = {};
     // Brings the record that the After pane reads in line with the controls and gives its address.
     void* (*rebuildRecord)(HWND window, void* context);
     // What the dialog ends with after OK; the record has been rebuilt before.
-    INT_PTR (*acceptedResult)(HWND window, const void* context);
+    INT_PTR (*acceptedResult)(HWND window, const void* context) = AcceptedWithOne;
     INT_PTR cancelledResult;
+
+    // What only some dialogs have.
+    // Sets further controls at opening. Gives whether it has set the focus, too.
+    bool (*openControls)(HWND window, void* context) = nullptr;
+    // Carries a WM_HSCROLL message out in its own way; otherwise as FollowScrollBar.
+    bool (*followScrollBar)(HWND window, void* context, WPARAM wParam, LPARAM lParam) = nullptr;
+    // A command that is neither OK, Cancel nor a radio. Gives whether the After pane is to follow.
+    bool (*command)(HWND window, void* context, int id) = nullptr;
+    // Any other message; there may be no context yet.
+    INT_PTR (*otherMessage)
+    (HWND window, void* context, UINT message, WPARAM wParam, LPARAM lParam) = nullptr;
 };
 
 // The work of every dialog procedure.
@@ -59,6 +83,3 @@ INT_PTR RunDialog(HWND parent, void* context) {
 
 // The index of the first checked radio of a group; -1 when none is.
 int CheckedRadio(HWND window, const RadioGroup& group);
-
-// The accepted result of dialogs that end with 1.
-INT_PTR AcceptedWithOne(HWND window, const void* context);

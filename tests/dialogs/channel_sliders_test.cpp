@@ -97,7 +97,7 @@ TEST_F(ChannelSliderDialogs, TouchTheCallersBufferOnlyAtOkOrLiveAsTheirCatalogue
     for (const EffectRow& row : EffectCatalogue()) {
         SCOPED_TRACE(row.title);
         CallerBuffer buffer;
-        const ScrollBarRow& bar = ScrollBarsOf(row.dialog).front();
+        const ScrollBarRow& bar = ScrollBarsOf(row.dialog, row.id).front();
         std::vector<i32> whileOpen;
         const i32 result =
             RunEffectDialog(row.id, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
@@ -123,7 +123,7 @@ TEST_F(ChannelSliderDialogs, FollowEveryScrollCodeWithinTheirRange) {
         int position; // -1: nothing happens
     };
     for (const EffectRow& row : EffectCatalogue()) {
-        for (const ScrollBarRow& bar : ScrollBarsOf(row.dialog)) {
+        for (const ScrollBarRow& bar : ScrollBarsOf(row.dialog, row.id)) {
             const Step steps[] = {
                 {SB_LINEUP, 0, bar.start - bar.line},
                 {SB_PAGEDOWN, 0, std::min(bar.maximum, bar.start - bar.line + bar.page)},
