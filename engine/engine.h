@@ -14,5 +14,6 @@ i32 ShouldAbort();
 
 // The next number, 0 to 32767, of this thread's stream: state = state * 214013 + 2531011 mod 2^32,
 // bits 16 to 30, from state 1. The stream is never seeded and runs on from kernel to kernel, so a
-// preview and the later run of the same effect see different numbers.
+// preview and the later run of the same effect see different numbers. A program's engine and the
+// library's draw from one stream.
 i32 EngineRandom();

@@ -1,5 +1,6 @@
 #include "engine/engine.h"
 
+#include "platform/base/random_state.h"
 #include "platform/win32.h"
 
 i32 progressEnabled = 1;
@@ -24,7 +25,7 @@ i32 ShouldAbort() {
 }
 
 i32 EngineRandom() {
-    thread_local u32 state = 1;
+    u32& state = RandomState();
     state = state * 214013u + 2531011u;
     return static_cast<i32>((state >> 16) & 0x7FFFu);
 }
