@@ -8,9 +8,10 @@
 
 namespace {
 
-constexpr std::array<const ControlKind*, 10> kControlKinds = {
-    &kPushButton,      &kDefaultPushButton, &kCheckBox,         &kAutoCheckBox, &kRadioButton,
-    &kAutoRadioButton, &kGroupBox,          &kOwnerDrawnButton, &kStaticText,   &kScrollBar,
+constexpr std::array<const ControlKind*, 11> kControlKinds = {
+    &kPushButton,  &kDefaultPushButton, &kCheckBox,  &kAutoCheckBox,
+    &kRadioButton, &kAutoRadioButton,   &kGroupBox,  &kOwnerDrawnButton,
+    &kEtchedFrame, &kStaticText,        &kScrollBar,
 };
 
 LRESULT SetText(HWND handle, LPARAM text) {

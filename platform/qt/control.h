@@ -46,5 +46,6 @@ extern const ControlKind kRadioButton;
 extern const ControlKind kAutoRadioButton;
 extern const ControlKind kGroupBox;
 extern const ControlKind kOwnerDrawnButton;
+extern const ControlKind kEtchedFrame;
 extern const ControlKind kStaticText;
 extern const ControlKind kScrollBar;

@@ -35,6 +35,26 @@ int TextFlags(UINT format) {
            (singleLine ? Qt::TextSingleLine : 0);
 }
 
+void SetUpText(QPainter& painter, const DeviceContext& context) {
+    painter.setFont(FontOfHandle(context.font));
+    painter.setPen(ToQColor(context.textColor));
+    painter.setBackground(Qt::white);
+    painter.setBackgroundMode(context.backgroundMode == OPAQUE ? Qt::OpaqueMode
+                                                               : Qt::TransparentMode);
+}
+
+// How much of a text's width lies left of the point that it is aligned to.
+int WidthBeforePoint(UINT align, int width) {
+    switch (align & TA_CENTER) {
+    case TA_CENTER:
+        return width / 2;
+    case TA_RIGHT:
+        return width;
+    default:
+        return 0;
+    }
+}
+
 } // namespace
 
 int FillRect(HDC dc, const RECT* rect, HBRUSH brush) {
@@ -54,17 +74,27 @@ int DrawTextA(HDC dc, LPCSTR text, int length, RECT* rect, UINT format) {
     if (painter == nullptr || text == nullptr || rect == nullptr) {
         return 0;
     }
-    const DeviceContext& context = *FindDeviceContext(dc);
     const QRect area = ToQRect(*rect);
-    painter->setFont(FontOfHandle(context.font));
-    painter->setPen(ToQColor(context.textColor));
-    painter->setBackground(Qt::white);
-    painter->setBackgroundMode(context.backgroundMode == OPAQUE ? Qt::OpaqueMode
-                                                                : Qt::TransparentMode);
+    SetUpText(*painter, *FindDeviceContext(dc));
     QRect drawn;
     painter->drawText(area, TextFlags(format), QString::fromLatin1(text, length < 0 ? -1 : length),
                       &drawn);
     return drawn.bottom() + 1 - area.top();
+}
+
+BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int length) {
+    QPainter* painter = PainterOf(dc);
+    if (painter == nullptr || text == nullptr || length < 0) {
+        return FALSE;
+    }
+    const DeviceContext& context = *FindDeviceContext(dc);
+    SetUpText(*painter, context);
+    const QString line = QString::fromLatin1(text, length);
+    const QFontMetrics metrics = painter->fontMetrics();
+    const int left = x - WidthBeforePoint(context.textAlign, metrics.horizontalAdvance(line));
+    const int top = (context.textAlign & TA_BOTTOM) != 0 ? y - metrics.height() : y;
+    painter->drawText(left, top + metrics.ascent(), line);
+    return TRUE;
 }
 
 // Whole frames of two pixels only.

@@ -1,6 +1,7 @@
 #include "platform/qt/geometry.h"
 
 #include "platform/qt/paint.h"
+#include "platform/qt/parent.h"
 
 namespace {
 
@@ -41,7 +42,10 @@ Window* Placed(HWND handle) {
     return window == nullptr || window->widget.isNull() ? nullptr : window;
 }
 
-void Restack(QWidget& widget, HWND after) {
+void Restack(HWND handle, QWidget& widget, HWND after) {
+    if (FindWindowOf(handle)->IsChild()) {
+        MoveBehind(handle, after);
+    }
     if (after == nullptr) {
         widget.raise();
     } else if (QWidget* above = WidgetOf(after); above != nullptr) {
@@ -123,13 +127,19 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
     const QSize before = ClientSize(*window);
     PlaceWindow(*window, rect);
     if ((flags & SWP_NOZORDER) == 0) {
-        Restack(*window->widget, after);
+        Restack(handle, *window->widget, after);
     }
     if (ClientSize(*window) != before) {
         ResizeSurface(*FindWindowOf(handle));
         SendSize(handle);
     }
     return 1;
+}
+
+BOOL MoveWindow(HWND handle, int x, int y, int width, int height, BOOL repaint) {
+    const UINT redraw = repaint != 0 ? 0 : SWP_NOREDRAW;
+    return SetWindowPos(handle, nullptr, x, y, width, height,
+                        SWP_NOZORDER | SWP_NOACTIVATE | redraw);
 }
 
 BOOL GetClientRect(HWND handle, RECT* rect) {
