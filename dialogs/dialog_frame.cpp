@@ -105,6 +105,13 @@ bool Open(const DialogKind& kind, HWND window, void* context) {
     return focusIsSet;
 }
 
+void FollowChange(const DialogKind& kind, HWND window, void* context) {
+    RefreshAfter(kind, window, context);
+    if (kind.changed != nullptr) {
+        kind.changed(window, context);
+    }
+}
+
 bool FollowBar(const DialogKind& kind, HWND window, void* context, WPARAM wParam, LPARAM lParam) {
     if (kind.followScrollBar != nullptr) {
         return kind.followScrollBar(window, context, wParam, lParam);
@@ -131,7 +138,7 @@ void Command(const DialogKind& kind, HWND window, void* context, int id) {
         FinishEmbedded(window);
         EndDialog(window, kind.acceptedResult(window, context));
     } else if (context != nullptr && CarryOut(kind, window, context, id)) {
-        RefreshAfter(kind, window, context);
+        FollowChange(kind, window, context);
     }
 }
 
@@ -145,7 +152,7 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
     case WM_HSCROLL:
         if (void* context = ContextOf(window);
             context != nullptr && FollowBar(kind, window, context, wParam, lParam)) {
-            RefreshAfter(kind, window, context);
+            FollowChange(kind, window, context);
         }
         return TRUE;
     case WM_COMMAND:

@@ -58,6 +58,8 @@ struct DialogKind {
     bool (*followScrollBar)(HWND window, void* context, WPARAM wParam, LPARAM lParam) = nullptr;
     // A command that is neither OK, Cancel nor a radio. Gives whether the After pane is to follow.
     bool (*command)(HWND window, void* context, int id) = nullptr;
+    // What follows a change when the After pane has been told of it.
+    void (*changed)(HWND window, void* context) = nullptr;
     // Any other message; there may be no context yet.
     INT_PTR (*otherMessage)
     (HWND window, void* context, UINT message, WPARAM wParam, LPARAM lParam) = nullptr;
