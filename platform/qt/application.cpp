@@ -69,7 +69,7 @@ void MakeApplication() {
     static char* arguments[] = {name, nullptr};
     static int count = 1;
     const std::string locale = std::setlocale(LC_ALL, nullptr);
-    auto* application = new QApplication(count, arguments);
+    static auto* application = new QApplication(count, arguments);
     std::setlocale(LC_ALL, locale.c_str());
     application->setQuitOnLastWindowClosed(false);
 }

@@ -72,7 +72,7 @@ bool ChooseByLetter(HWND dialog, HWND focus, int key) {
     auto controls = FindWindowOf(dialog)->children;
     const auto at = std::ranges::find(controls, focus);
     if (at != controls.end()) {
-        std::ranges::rotate(controls, std::next(at));
+        std::rotate(controls.begin(), std::next(at), controls.end());
     }
     for (HWND control : controls) {
         if (IsUsable(control) && MnemonicOf(FindWindowOf(control)->text) == key) {

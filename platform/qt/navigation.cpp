@@ -34,7 +34,7 @@ HWND NextOf(std::vector<HWND> controls, HWND from, bool backwards, Accept accept
     }
     const auto at = std::ranges::find(controls, from);
     if (at != controls.end()) {
-        std::ranges::rotate(controls, std::next(at));
+        std::rotate(controls.begin(), std::next(at), controls.end());
     }
     const auto found = std::ranges::find_if(controls, accept);
     return found == controls.end() ? nullptr : *found;

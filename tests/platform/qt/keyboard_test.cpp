@@ -167,6 +167,9 @@ TEST(AskingForAKey, TellsNothingOfAPressThatAWindowUsedUp) {
 
 TEST(AskingForAKey, FetchesPressesAndKeepsOtherInputForLater) {
     InDialog([](HWND dialog) {
+        if (QGuiApplication::platformName() == "xcb") {
+            GTEST_SKIP() << "X11 is asked beside the events";
+        }
         QTest::qWait(20); // the display is not asked more often
         QWidget* focus = WidgetForTest(GetFocus());
         for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
