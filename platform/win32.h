@@ -259,6 +259,8 @@ constexpr DWORD SS_CENTER = 1;
 constexpr DWORD SS_RIGHT = 2;
 constexpr DWORD SS_ETCHEDFRAME = 18;
 constexpr DWORD DS_SETFONT = 0x40;
+constexpr DWORD WS_EX_CONTROLPARENT = 0x00010000;
+
 constexpr DWORD DS_MODALFRAME = 0x80;
 constexpr DWORD DS_CENTER = 0x800;
 
@@ -285,6 +287,7 @@ constexpr UINT SWP_NOACTIVATE = 0x0010;
 
 constexpr UINT ODT_BUTTON = 4;
 constexpr UINT ODA_DRAWENTIRE = 1;
+constexpr int GWL_EXSTYLE = -20;
 constexpr UINT ODA_SELECT = 2;
 constexpr UINT ODA_FOCUS = 4;
 constexpr UINT ODS_SELECTED = 1;
@@ -300,6 +303,7 @@ constexpr int GRAY_BRUSH = 2;
 constexpr int BLACK_BRUSH = 4;
 constexpr int BLACK_PEN = 7;
 constexpr int SYSTEM_FONT = 13;
+constexpr UINT SWP_FRAMECHANGED = 0x0020;
 constexpr int DEFAULT_GUI_FONT = 17;
 
 constexpr int PS_SOLID = 0;
@@ -372,7 +376,8 @@ ZQ_API BOOL IsWindowVisible(HWND window);
 ZQ_API BOOL IsWindowEnabled(HWND window);
 ZQ_API BOOL EnableWindow(HWND window, BOOL enable);
 ZQ_API HWND GetParent(HWND window);
-// The window must have the style of a child by now. Gives the parent, or owner, before.
+// The window must have the style of a child by now. It becomes the first of its new siblings. Gives
+// the parent, or owner, before.
 ZQ_API HWND SetParent(HWND window, HWND parent);
 ZQ_API int GetSystemMetrics(int index);
 ZQ_API HWND SetFocus(HWND window);
@@ -381,6 +386,8 @@ ZQ_API HWND GetActiveWindow();
 ZQ_API HWND FindWindowA(LPCSTR className, LPCSTR windowName);
 ZQ_API BOOL SetWindowTextA(HWND window, LPCSTR text);
 ZQ_API int GetWindowTextA(HWND window, LPSTR buffer, int size);
+// Unless SWP_NOZORDER is set, the window goes behind its sibling `after` in the order of Tab, too, or
+// becomes the first for null.
 ZQ_API HWND SetCapture(HWND window);
 ZQ_API BOOL ReleaseCapture();
 ZQ_API HWND GetCapture();

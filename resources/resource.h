@@ -50,6 +50,7 @@
 #define IDD_RIBBON 4357
 #define IDD_TONE_ADJUSTMENT 4359
 #define IDD_UNSHARP_MASK 4360
+#define IDD_EFFECT_BROWSER 4386
 
 // Bitmaps: the arrows of a direction grid, from the top left to the bottom right.
 #define IDB_FIRST_DIRECTION 4362
@@ -125,3 +126,8 @@
 #define IDC_SQUARE 4275
 #define IDC_CRAYON 4290
 #define IDC_PENCIL 4291
+
+// The effect browser.
+#define IDC_EFFECT_LABEL 4501
+#define IDC_EFFECT_LIST 4502
+#define IDC_EFFECT_FRAME 4508

@@ -28,7 +28,7 @@ void CommandIfEnabled(HWND dialog, int id) {
 
 void PressDefault(HWND dialog, HWND focus) {
     if ((DialogCode(focus) & DLGC_DEFPUSHBUTTON) != 0) {
-        Command(dialog, GetDlgCtrlID(focus), focus);
+        Command(GetParent(focus), GetDlgCtrlID(focus), focus);
     } else {
         CommandIfEnabled(dialog, FindWindowOf(dialog)->defaultId);
     }
@@ -69,7 +69,7 @@ void Choose(HWND dialog, HWND control) {
 }
 
 bool ChooseByLetter(HWND dialog, HWND focus, int key) {
-    auto controls = FindWindowOf(dialog)->children;
+    auto controls = ControlsOf(dialog);
     const auto at = std::ranges::find(controls, focus);
     if (at != controls.end()) {
         std::rotate(controls.begin(), std::next(at), controls.end());
@@ -144,7 +144,7 @@ bool HandleDialogKey(HWND dialog, HWND focus, const QKeyEvent& event) {
 }
 
 void UpdateDefaultButton(HWND focus) {
-    const Window* dialog = FindWindowOf(DialogOf(focus));
+    const Window* dialog = FindWindowOf(KeyDialogOf(focus));
     if (dialog == nullptr) {
         return;
     }
@@ -153,8 +153,7 @@ void UpdateDefaultButton(HWND focus) {
     constexpr LRESULT kPushButtonCodes = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
     const bool focusIsButton = (DialogCode(focus) & kPushButtonCodes) != 0;
     const HWND chosen = focusIsButton ? focus : GetDlgItem(home, id);
-    const auto children = dialog->children;
-    for (HWND control : children) {
+    for (HWND control : ControlsOf(home)) {
         if ((DialogCode(control) & kPushButtonCodes) != 0) {
             SendMessageA(control, BM_SETSTYLE, control == chosen ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON,
                          1);

@@ -7,15 +7,17 @@
 
 namespace {
 
-// The control of the dialog that a window is or lies in.
-HWND ControlOf(HWND dialog, HWND handle) {
-    for (const Window* window = FindWindowOf(handle); window != nullptr;
-         window = FindWindowOf(window->parent)) {
-        if (window->parent == dialog && window->IsChild()) {
-            return window->handle;
-        }
+bool IsControlParent(const Window& window) {
+    return window.IsChild() && (window.exStyle & WS_EX_CONTROLPARENT) != 0;
+}
+
+// The one of the controls that a window is or lies in.
+HWND ControlAround(HWND handle, const std::vector<HWND>& controls) {
+    while (handle != nullptr && std::ranges::find(controls, handle) == controls.end()) {
+        const Window* window = FindWindowOf(handle);
+        handle = window != nullptr && window->IsChild() ? window->parent : nullptr;
     }
-    return nullptr;
+    return handle;
 }
 
 bool IsTabStop(HWND control) {
@@ -42,17 +44,47 @@ HWND NextOf(std::vector<HWND> controls, HWND from, bool backwards, Accept accept
 
 } // namespace
 
+void FocusControl(HWND control) {
+    SetFocus(control);
+    if ((SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0) {
+        SendMessageA(control, EM_SETSEL, 0, -1);
+    }
+}
+
+HWND KeyDialogOf(HWND handle) {
+    HWND dialog = DialogOf(handle);
+    for (const Window* window = FindWindowOf(dialog); window != nullptr && IsControlParent(*window);
+         window = FindWindowOf(dialog)) {
+        const HWND around = DialogOf(window->parent);
+        if (around == nullptr) {
+            break;
+        }
+        dialog = around;
+    }
+    return dialog;
+}
+
+std::vector<HWND> ControlsOf(HWND dialog) {
+    std::vector<HWND> controls;
+    const Window* window = FindWindowOf(dialog);
+    for (HWND child : window == nullptr ? std::vector<HWND>{} : window->children) {
+        if (!IsControlParent(*FindWindowOf(child))) {
+            controls.push_back(child);
+        } else if (IsUsable(child)) {
+            std::ranges::copy(ControlsOf(child), std::back_inserter(controls));
+        }
+    }
+    return controls;
+}
+
 bool IsUsable(HWND control) {
     const Window* window = FindWindowOf(control);
     return window != nullptr && (window->style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
 }
 
 HWND NextTabStop(HWND dialog, HWND from, bool backwards) {
-    const Window* window = FindWindowOf(dialog);
-    if (window == nullptr) {
-        return nullptr;
-    }
-    return NextOf(window->children, ControlOf(dialog, from), backwards, IsTabStop);
+    const std::vector<HWND> controls = ControlsOf(dialog);
+    return NextOf(controls, ControlAround(from, controls), backwards, IsTabStop);
 }
 
 std::vector<HWND> GroupOf(HWND control) {

@@ -2,6 +2,7 @@
 
 #include "platform/qt/window.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -39,6 +40,21 @@ void TakeFromParent(HWND handle) {
     }
 }
 
+void MoveBehind(HWND handle, HWND sibling) {
+    Window* parent = FindWindowOf(FindWindowOf(handle)->parent);
+    if (parent == nullptr || handle == sibling) {
+        return;
+    }
+    auto& children = parent->children;
+    const auto at = std::ranges::find(children, sibling);
+    if (sibling == nullptr || at != children.end()) {
+        std::erase(children, handle);
+        children.insert(sibling == nullptr ? children.begin()
+                                           : std::next(std::ranges::find(children, sibling)),
+                        handle);
+    }
+}
+
 extern "C" {
 
 HWND GetParent(HWND handle) {
@@ -58,6 +74,7 @@ HWND SetParent(HWND handle, HWND newParent) {
     TakeFromParent(handle);
     window->parent = newParent;
     AddToParent(handle);
+    MoveBehind(handle, nullptr);
     Embed(*widget, *parentWidget, (window->style & WS_VISIBLE) != 0);
     return before;
 }

@@ -37,6 +37,8 @@ LONG_PTR GetWindowLongPtrA(HWND handle, int index) {
         return window->userData;
     case GWL_STYLE:
         return static_cast<LONG_PTR>(window->style);
+    case GWL_EXSTYLE:
+        return static_cast<LONG_PTR>(window->exStyle);
     case GWL_ID:
         return window->id;
     case GWLP_HINSTANCE:
@@ -63,6 +65,9 @@ LONG_PTR SetWindowLongPtrA(HWND handle, int index, LONG_PTR value) {
         return before;
     case GWL_STYLE:
         window->style = static_cast<DWORD>(value);
+        return before;
+    case GWL_EXSTYLE:
+        window->exStyle = static_cast<DWORD>(value);
         return before;
     case GWL_ID:
         window->id = static_cast<int>(value);
