@@ -32,6 +32,7 @@ using HGDIOBJ = HGDIOBJ__*;
 using HBRUSH = HGDIOBJ__*;
 using HFONT = HGDIOBJ__*;
 using HPEN = HGDIOBJ__*;
+using HBITMAP = HGDIOBJ__*;
 using HCURSOR = HCURSOR__*;
 using HICON = void*;
 using HMENU = void*;
@@ -233,6 +234,18 @@ constexpr UINT BN_CLICKED = 0;
 constexpr UINT BST_UNCHECKED = 0;
 constexpr UINT BST_CHECKED = 1;
 
+constexpr UINT EN_SETFOCUS = 256;
+constexpr UINT EN_KILLFOCUS = 512;
+constexpr UINT EN_CHANGE = 768;
+constexpr UINT EN_UPDATE = 1024;
+constexpr UINT EN_ERRSPACE = 1280;
+
+constexpr UINT CB_ADDSTRING = 323;
+constexpr UINT CB_GETCURSEL = 327;
+constexpr UINT CB_SETCURSEL = 334;
+constexpr LRESULT CB_ERR = -1;
+constexpr UINT CBN_SELCHANGE = 1;
+
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
 
@@ -246,6 +259,8 @@ constexpr DWORD WS_SYSMENU = 0x00080000;
 constexpr DWORD WS_GROUP = 0x00020000;
 constexpr DWORD WS_TABSTOP = 0x00010000;
 
+constexpr DWORD WS_EX_CONTROLPARENT = 0x00010000;
+
 constexpr DWORD BS_PUSHBUTTON = 0;
 constexpr DWORD BS_DEFPUSHBUTTON = 1;
 constexpr DWORD BS_CHECKBOX = 2;
@@ -254,13 +269,16 @@ constexpr DWORD BS_RADIOBUTTON = 4;
 constexpr DWORD BS_GROUPBOX = 7;
 constexpr DWORD BS_AUTORADIOBUTTON = 9;
 constexpr DWORD BS_OWNERDRAW = 11;
+constexpr DWORD ES_LEFT = 0;
+constexpr DWORD ES_CENTER = 1;
+constexpr DWORD ES_RIGHT = 2;
+constexpr DWORD ES_NUMBER = 0x2000;
+constexpr DWORD CBS_DROPDOWNLIST = 3;
 constexpr DWORD SS_LEFT = 0;
 constexpr DWORD SS_CENTER = 1;
 constexpr DWORD SS_RIGHT = 2;
 constexpr DWORD SS_ETCHEDFRAME = 18;
 constexpr DWORD DS_SETFONT = 0x40;
-constexpr DWORD WS_EX_CONTROLPARENT = 0x00010000;
-
 constexpr DWORD DS_MODALFRAME = 0x80;
 constexpr DWORD DS_CENTER = 0x800;
 
@@ -269,6 +287,7 @@ constexpr UINT CS_HREDRAW = 2;
 constexpr UINT CS_DBLCLKS = 8;
 
 constexpr int GWLP_USERDATA = -21;
+constexpr int GWL_EXSTYLE = -20;
 constexpr int GWL_STYLE = -16;
 constexpr int GWL_ID = -12;
 constexpr int GWLP_HINSTANCE = -6;
@@ -284,10 +303,10 @@ constexpr UINT SWP_NOMOVE = 0x0002;
 constexpr UINT SWP_NOZORDER = 0x0004;
 constexpr UINT SWP_NOREDRAW = 0x0008;
 constexpr UINT SWP_NOACTIVATE = 0x0010;
+constexpr UINT SWP_FRAMECHANGED = 0x0020;
 
 constexpr UINT ODT_BUTTON = 4;
 constexpr UINT ODA_DRAWENTIRE = 1;
-constexpr int GWL_EXSTYLE = -20;
 constexpr UINT ODA_SELECT = 2;
 constexpr UINT ODA_FOCUS = 4;
 constexpr UINT ODS_SELECTED = 1;
@@ -303,7 +322,6 @@ constexpr int GRAY_BRUSH = 2;
 constexpr int BLACK_BRUSH = 4;
 constexpr int BLACK_PEN = 7;
 constexpr int SYSTEM_FONT = 13;
-constexpr UINT SWP_FRAMECHANGED = 0x0020;
 constexpr int DEFAULT_GUI_FONT = 17;
 
 constexpr int PS_SOLID = 0;
@@ -330,6 +348,7 @@ constexpr UINT GDI_ERROR = 0xFFFFFFFF;
 
 constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
+constexpr DWORD NOTSRCCOPY = 0x00330008;
 
 constexpr int VK_ESCAPE = 27;
 
@@ -366,6 +385,8 @@ ZQ_API LONG_PTR GetWindowLongPtrA(HWND window, int index);
 ZQ_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 ZQ_API int GetClassNameA(HWND window, LPSTR buffer, int size);
 ZQ_API BOOL ShowWindow(HWND window, int command);
+// Unless SWP_NOZORDER is set, the window goes behind its sibling `after` in the order of Tab, too, or
+// becomes the first for null.
 ZQ_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 ZQ_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 ZQ_API BOOL GetClientRect(HWND window, RECT* rect);
@@ -386,8 +407,6 @@ ZQ_API HWND GetActiveWindow();
 ZQ_API HWND FindWindowA(LPCSTR className, LPCSTR windowName);
 ZQ_API BOOL SetWindowTextA(HWND window, LPCSTR text);
 ZQ_API int GetWindowTextA(HWND window, LPSTR buffer, int size);
-// Unless SWP_NOZORDER is set, the window goes behind its sibling `after` in the order of Tab, too, or
-// becomes the first for null.
 ZQ_API HWND SetCapture(HWND window);
 ZQ_API BOOL ReleaseCapture();
 ZQ_API HWND GetCapture();
@@ -410,6 +429,9 @@ ZQ_API BOOL EndDialog(HWND dialog, INT_PTR result);
 ZQ_API HWND GetDlgItem(HWND dialog, int id);
 ZQ_API int GetDlgCtrlID(HWND window);
 ZQ_API BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
+// The decimal number that the text begins with. Where it is none, or none that fits, 0 is given and
+// `translated` says so.
+ZQ_API UINT GetDlgItemInt(HWND dialog, int id, BOOL* translated, BOOL isSigned);
 ZQ_API BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
 ZQ_API UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
 ZQ_API BOOL CheckRadioButton(HWND dialog, int first, int last, int check);
@@ -419,6 +441,7 @@ ZQ_API BOOL SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL 
 ZQ_API BOOL GetScrollRange(HWND window, int bar, int* minimum, int* maximum);
 ZQ_API int SetScrollPos(HWND window, int bar, int position, BOOL redraw);
 ZQ_API int GetScrollPos(HWND window, int bar);
+ZQ_API BOOL MessageBeep(UINT type);
 ZQ_API int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
 
 // ---- Drawing (platform/qt) ----------------------------------------------------------------------
@@ -431,6 +454,11 @@ ZQ_API HPEN CreatePen(int style, int width, COLORREF color);
 ZQ_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 ZQ_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 ZQ_API BOOL DeleteObject(HGDIOBJ object);
+// A bitmap resource of the module.
+ZQ_API HBITMAP LoadBitmapA(HINSTANCE instance, LPCSTR name);
+// A context in memory, for the bitmap that is selected into it.
+ZQ_API HDC CreateCompatibleDC(HDC dc);
+ZQ_API BOOL DeleteDC(HDC dc);
 ZQ_API int SetBkMode(HDC dc, int mode);
 ZQ_API COLORREF SetTextColor(HDC dc, COLORREF color);
 ZQ_API UINT SetTextAlign(HDC dc, UINT align);
@@ -447,6 +475,10 @@ ZQ_API BOOL DrawEdge(HDC dc, RECT* rect, UINT edge, UINT flags);
 ZQ_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,
                          int sourceWidth, int sourceHeight, const void* bits,
                          const BITMAPINFO* info, UINT usage, DWORD operation);
+
+// SRCCOPY and NOTSRCCOPY only.
+ZQ_API BOOL BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX,
+                   int sourceY, DWORD operation);
 
 // ---- Rectangles (platform/base) -----------------------------------------------------------------
 

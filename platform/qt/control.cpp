@@ -8,10 +8,11 @@
 
 namespace {
 
-constexpr std::array<const ControlKind*, 11> kControlKinds = {
-    &kPushButton,  &kDefaultPushButton, &kCheckBox,  &kAutoCheckBox,
-    &kRadioButton, &kAutoRadioButton,   &kGroupBox,  &kOwnerDrawnButton,
-    &kEtchedFrame, &kStaticText,        &kScrollBar,
+constexpr std::array<const ControlKind*, 13> kControlKinds = {
+    &kPushButton,   &kDefaultPushButton, &kCheckBox,  &kAutoCheckBox,
+    &kRadioButton,  &kAutoRadioButton,   &kGroupBox,  &kOwnerDrawnButton,
+    &kEtchedFrame,  &kStaticText,        &kScrollBar, &kEdit,
+    &kDropDownList,
 };
 
 LRESULT SetText(HWND handle, LPARAM text) {

@@ -7,9 +7,11 @@
 
 // Messages and answers between dialogs and their controls.
 constexpr UINT WM_GETDLGCODE = 135;
+constexpr UINT EM_SETSEL = 177;
 constexpr UINT BM_SETSTYLE = 244;
 constexpr LRESULT DLGC_WANTARROWS = 0x0001;
 constexpr LRESULT DLGC_WANTALLKEYS = 0x0004;
+constexpr LRESULT DLGC_HASSETSEL = 0x0008;
 constexpr LRESULT DLGC_DEFPUSHBUTTON = 0x0010;
 constexpr LRESULT DLGC_UNDEFPUSHBUTTON = 0x0020;
 constexpr LRESULT DLGC_RADIOBUTTON = 0x0040;
@@ -49,3 +51,5 @@ extern const ControlKind kOwnerDrawnButton;
 extern const ControlKind kEtchedFrame;
 extern const ControlKind kStaticText;
 extern const ControlKind kScrollBar;
+extern const ControlKind kEdit;
+extern const ControlKind kDropDownList;

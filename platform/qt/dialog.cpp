@@ -103,7 +103,7 @@ void Initialise(HWND dialog, LPARAM param) {
         SendMessageA(dialog, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), param);
     if (systemSetsFocus != 0 && IsWindow(dialog)) {
         // The procedure may have disabled or hidden what came first.
-        SetFocus(IsUsable(first) ? first : NextTabStop(dialog, nullptr, false));
+        FocusControl(IsUsable(first) ? first : NextTabStop(dialog, nullptr, false));
     }
 }
 
@@ -121,7 +121,7 @@ INT_PTR RunDialog(HWND dialog, ModalLoop& loop, LPARAM param) {
 }
 
 void FocusInside(HWND dialog) {
-    SetFocus(NextTabStop(dialog, nullptr, false));
+    FocusControl(NextTabStop(dialog, nullptr, false));
 }
 
 LRESULT DefaultProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {

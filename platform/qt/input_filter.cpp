@@ -4,6 +4,7 @@
 #include "platform/qt/key_state.h"
 #include "platform/qt/keyboard.h"
 #include "platform/qt/mouse.h"
+#include "platform/qt/navigation.h"
 #include "platform/qt/window.h"
 
 #include <QGuiApplication>
@@ -43,8 +44,16 @@ void NoteKey(const QKeyEvent& event) {
     }
 }
 
+// The dialog that a key pressed in a widget is for; null for other windows, and for what has popped
+// up in front of a dialog: open lists and menus treat their keys themselves.
+HWND DialogInFront(const QWidget& widget, HWND window) {
+    const HWND dialog = KeyDialogOf(window);
+    const QWidget* home = WidgetOf(dialog);
+    return home != nullptr && home->window() == widget.window() ? dialog : nullptr;
+}
+
 bool FilterKey(QWidget& widget, HWND window, QKeyEvent& event) {
-    const HWND dialog = DialogOf(window);
+    const HWND dialog = DialogInFront(widget, window);
     if (event.type() == QEvent::ShortcutOverride) {
         // The dialog's keys are its own, whatever shortcuts the host has.
         event.setAccepted(dialog != nullptr);
@@ -55,8 +64,7 @@ bool FilterKey(QWidget& widget, HWND window, QKeyEvent& event) {
         return true;
     }
     NoteKey(event);
-    const QWidget* home = WidgetOf(dialog);
-    if (event.type() != QEvent::KeyPress || home == nullptr || home->window() != widget.window() ||
+    if (event.type() != QEvent::KeyPress || dialog == nullptr ||
         !HandleDialogKey(dialog, window, event)) {
         return false;
     }

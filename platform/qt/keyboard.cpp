@@ -59,10 +59,10 @@ char MnemonicOf(const std::string& text) {
 void Choose(HWND dialog, HWND control) {
     const LRESULT code = DialogCode(control);
     if ((code & DLGC_STATIC) != 0) {
-        SetFocus(NextTabStop(dialog, control, false));
+        FocusControl(NextTabStop(dialog, control, false));
         return;
     }
-    SetFocus(control);
+    FocusControl(control);
     if ((code & DLGC_BUTTON) != 0) {
         SendMessageA(control, BM_CLICK, 0, 0);
     }
@@ -123,7 +123,7 @@ bool HandleDialogKey(HWND dialog, HWND focus, const QKeyEvent& event) {
     case Qt::Key_Backtab: {
         const bool backwards =
             key == Qt::Key_Backtab || (event.modifiers() & Qt::ShiftModifier) != 0;
-        SetFocus(NextTabStop(dialog, focus, backwards));
+        FocusControl(NextTabStop(dialog, focus, backwards));
         return true;
     }
     default:

@@ -22,6 +22,7 @@ public:
         switch (hint) {
         case SH_UnderlineShortcut:
             return 1;
+        case SH_ComboBox_Popup:
         case SH_ScrollBar_Transient:
         case SH_ScrollBar_LeftClickAbsolutePosition:
         case SH_ScrollBar_MiddleClickAbsolutePosition:
