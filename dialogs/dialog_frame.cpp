@@ -94,6 +94,7 @@ bool Open(const DialogKind& kind, HWND window, void* context) {
     if (kind.servedEffect == nullptr) {
         WirePreviews(window, context, kind.effect);
     }
+    EmbedInBrowser(window);
     if (context == nullptr) {
         return false;
     }
@@ -110,6 +111,12 @@ void FollowChange(const DialogKind& kind, HWND window, void* context) {
     if (kind.changed != nullptr) {
         kind.changed(window, context);
     }
+}
+
+// Gives FALSE when the system is to leave the focus where it is.
+INT_PTR Initialise(const DialogKind& kind, HWND window, void* context) {
+    const bool focusIsSet = Open(kind, window, context);
+    return LeaveFocusToBrowser(window) || focusIsSet ? FALSE : TRUE;
 }
 
 bool FollowBar(const DialogKind& kind, HWND window, void* context, WPARAM wParam, LPARAM lParam) {
@@ -131,6 +138,9 @@ bool CarryOut(const DialogKind& kind, HWND window, void* context, int id) {
 }
 
 void Command(const DialogKind& kind, HWND window, void* context, int id) {
+    if ((id == IDOK || id == IDCANCEL) && PassToBrowser(window, id)) {
+        return;
+    }
     if (id == IDCANCEL || (id == IDOK && context == nullptr)) {
         EndDialog(window, kind.cancelledResult);
     } else if (id == IDOK) {
@@ -148,7 +158,7 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
                            LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
-        return Open(kind, window, reinterpret_cast<void*>(lParam)) ? FALSE : TRUE;
+        return Initialise(kind, window, reinterpret_cast<void*>(lParam));
     case WM_HSCROLL:
         if (void* context = ContextOf(window);
             context != nullptr && FollowBar(kind, window, context, wParam, lParam)) {

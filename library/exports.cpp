@@ -1,5 +1,6 @@
 // The three functions that a host calls.
 #include "dialogs/openers.h"
+#include "library/effect_browser.h"
 #include "platform/win32.h"
 #include "preview/background.h"
 #include <zq/zqui.h>
@@ -22,9 +23,9 @@ i32 ZQ_CALL GetZQParam(i32 effectId, void* parent, DocHandle document, void* par
     return result == 0 || result == 1 ? result : kNoDialog;
 }
 
-// There is no browser dialog yet: nothing is shown, which counts as Cancel.
-i32 ZQ_CALL GetZQBrowserParam(void*, DocHandle, i32*, void*, i32) {
-    return 0;
+i32 ZQ_CALL GetZQBrowserParam(void* parent, DocHandle document, i32* effectId, void* paramBuffer,
+                              i32 bufferSize) {
+    return RunEffectBrowser(static_cast<HWND>(parent), document, effectId, paramBuffer, bufferSize);
 }
 
 i32 ZQ_CALL GetZquiBackgroundSetting(i32 word0, u32 word1, u32 word2) {

@@ -27,12 +27,17 @@ ZQ_API int32_t ZQ_CALL GetZQParam(int32_t effectId, void* parent, DocHandle docu
 /** Shows the Effect Browser and gives the chosen effect and its record back.
  *
  *  @param parent       as above
- *  @param document     as above
- *  @param effectId     receives the number of the chosen effect
+ *  @param document     as above; without one the browser shows no effect
+ *  @param effectId     receives the number of the chosen effect. It follows the list while the
+ *                      browser is open, and counts only after the result 1
  *  @param paramBuffer  room for the largest record that the browser can offer (16 bytes), whatever
- *                      `bufferSize` says; used as working space meanwhile
- *  @param bufferSize   bytes of the accepted record that are copied back, at most 300
- *  @return 1 after OK, 0 after Cancel */
+ *                      `bufferSize` says. The dialogs work in it meanwhile; read it only after the
+ *                      result 1
+ *  @param bufferSize   how many bytes of the accepted record are sure to be back in the buffer: at
+ *                      most 300, and none for a negative number. Below 8, Maximum and Minimum
+ *                      cannot be told apart, and the buffer's second word says which one both are
+ *  @return 1 after OK; 0 after Cancel, without `effectId` or `paramBuffer`, and while another
+ *          browser is open */
 ZQ_API int32_t ZQ_CALL GetZQBrowserParam(void* parent, DocHandle document, int32_t* effectId,
                                          void* paramBuffer, int32_t bufferSize);
 
