@@ -93,17 +93,14 @@ drag() {
     xdotool mouseup 1
 }
 
-# open_effect ROW NAME: from the menu, by keyboard.
+# open_effect LETTER NAME: from the menu, by keyboard.
 open_effect() {
     window "$main"
-    local row closed
+    local closed
     closed=$(open_menu)
     xdotool key alt+c
     wait_for "the menu" shows_other open_menu "$closed"
-    for ((row = 1; row < $1; ++row)); do
-        xdotool key Down
-    done
-    xdotool key Return
+    xdotool key "$1"
     window "^$2\$"
     before=$(settled before_pane)
     after=$(settled after_pane)
@@ -135,14 +132,14 @@ main="^$(basename "$picture") "
 window "$main"
 original=$(settled shown_picture)
 
-open_effect 1 "Brightness and Contrast"
+open_effect b "Brightness and Contrast"
 drag_and_see 246 300 48
 xdotool mousemove $((X + 190)) $((Y + 266)) click 1
 wait_for "the dialog's end after OK" is_gone "^Brightness and Contrast\$"
 expect_picture shows_other "$original" "a brighter picture"
 brighter=$(shown_picture)
 
-open_effect 2 "Color Reduction"
+open_effect c "Color Reduction"
 drag_and_see 174 150 86
 xdotool key Return
 wait_for "the dialog's end after Return" is_gone "^Color Reduction\$"
@@ -153,7 +150,7 @@ expect_picture shows "$brighter" "the picture before the second effect"
 undo
 expect_picture shows "$original" "the picture before both effects"
 
-open_effect 1 "Brightness and Contrast"
+open_effect b "Brightness and Contrast"
 drag_and_see 246 200 106
 xdotool key Escape
 wait_for "the dialog's end after Escape" is_gone "^Brightness and Contrast\$"
