@@ -54,3 +54,11 @@ struct CursorImage {
 // The best image of a cursor group. Nothing when the resource is absent, broken or of a colour
 // depth other than 1, 4, 8, 24 or 32 bits.
 ZQ_API std::optional<CursorImage> LoadCursorImage(HINSTANCE module, u16 id);
+
+struct BitmapImage {
+    int width, height;
+    std::vector<u32> rgb; // top row first, 0x00RRGGBB
+};
+
+// A bitmap resource. Nothing when it is absent, broken or of another depth than a cursor may have.
+ZQ_API std::optional<BitmapImage> LoadBitmapImage(HINSTANCE module, u16 id);

@@ -12,12 +12,23 @@ HandleTable<std::unique_ptr<DeviceContext>>& Contexts() {
     return *contexts;
 }
 
+void SelectPicture(DeviceContext& context, const DrawingObject& bitmap) {
+    if (context.painter.isActive()) {
+        context.painter.end();
+    }
+    context.inMemory = bitmap.picture;
+    context.surface = context.inMemory.get();
+    context.clip = QRegion(context.surface->rect());
+}
+
 HGDIOBJ& SelectedOfKind(DeviceContext& context, DrawingObjectKind kind) {
     switch (kind) {
     case DrawingObjectKind::Font:
         return context.font;
     case DrawingObjectKind::Pen:
         return context.pen;
+    case DrawingObjectKind::Bitmap:
+        return context.bitmap;
     default:
         return context.brush;
     }
@@ -38,6 +49,31 @@ HDC OpenDeviceContext(QImage& surface, const QRegion& clip) {
 
 void CloseDeviceContext(HDC dc) {
     Contexts().Remove(reinterpret_cast<std::uintptr_t>(dc));
+}
+
+// Draws on a picture of one pixel until a bitmap is selected.
+HDC CreateCompatibleDC(HDC dc) {
+    static const HGDIOBJ onePixel = AddDrawingObject(
+        {DrawingObjectKind::Bitmap, 0, {}, true, std::make_shared<QImage>(1, 1, kSurfaceFormat)});
+    if (dc != nullptr && FindDeviceContext(dc) == nullptr) {
+        return nullptr;
+    }
+    const DrawingObject& bitmap = *FindDrawingObject(onePixel);
+    const HDC memory = OpenDeviceContext(*bitmap.picture, QRegion());
+    if (DeviceContext* context = FindDeviceContext(memory)) {
+        context->bitmap = onePixel;
+        SelectPicture(*context, bitmap);
+    }
+    return memory;
+}
+
+BOOL DeleteDC(HDC dc) {
+    const DeviceContext* context = FindDeviceContext(dc);
+    if (context == nullptr || context->inMemory == nullptr) {
+        return FALSE;
+    }
+    CloseDeviceContext(dc);
+    return TRUE;
 }
 
 DeviceContext* FindDeviceContext(HDC dc) {
@@ -64,6 +100,12 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
     const DrawingObject* found = FindDrawingObject(object);
     if (context == nullptr || found == nullptr) {
         return nullptr;
+    }
+    if (found->kind == DrawingObjectKind::Bitmap) {
+        if (context->inMemory == nullptr) {
+            return nullptr;
+        }
+        SelectPicture(*context, *found);
     }
     return std::exchange(SelectedOfKind(*context, found->kind), object);
 }

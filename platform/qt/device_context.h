@@ -5,6 +5,10 @@
 
 #include <QPainter>
 
+#include <memory>
+
+constexpr QImage::Format kSurfaceFormat = QImage::Format_RGB32;
+
 struct DeviceContext {
     QImage* surface;
     QRegion clip;
@@ -15,7 +19,9 @@ struct DeviceContext {
     int backgroundMode;
     COLORREF textColor;
     UINT textAlign;
-    QPainter painter; // begun by the first operation that draws
+    HGDIOBJ bitmap;                   // of a context in memory alone
+    std::shared_ptr<QImage> inMemory; // its picture
+    QPainter painter;                 // begun by the first operation that draws
 };
 
 // Null for a null, stale or wrong handle.

@@ -1,16 +1,21 @@
-// What handles of brushes, pens and fonts stand for. Plain data, so that a library may make them
-// while it is being loaded.
+// What handles of brushes, pens, fonts and bitmaps stand for. Plain data, so that a library may
+// make them while it is being loaded.
 #pragma once
 
 #include "platform/win32.h"
 
-enum class DrawingObjectKind { Brush, Font, Pen };
+#include <QImage>
+
+#include <memory>
+
+enum class DrawingObjectKind { Brush, Font, Pen, Bitmap };
 
 struct DrawingObject {
     DrawingObjectKind kind;
-    COLORREF color;   // of a brush or pen
-    LOGFONTA font;    // of a font
-    bool isPermanent; // DeleteObject leaves it alone
+    COLORREF color;                            // of a brush or pen
+    LOGFONTA font;                             // of a font
+    bool isPermanent;                          // DeleteObject leaves it alone
+    std::shared_ptr<QImage> picture = nullptr; // of a bitmap
 };
 
 // 0 when there are too many.
