@@ -38,6 +38,10 @@ struct ServedEffect {
 // The accepted result of dialogs that end with 1.
 INT_PTR AcceptedWithOne(HWND window, const void* context);
 
+// A dialog procedure that gets the dialog's context, too.
+using ContextProcedure = INT_PTR (*)(HWND window, void* context, UINT message, WPARAM wParam,
+                                     LPARAM lParam);
+
 struct DialogKind {
     int dialog; // resource id of the template
     EffectId effect = 0;
@@ -61,8 +65,7 @@ struct DialogKind {
     // What follows a change when the After pane has been told of it.
     void (*changed)(HWND window, void* context) = nullptr;
     // Any other message; there may be no context yet.
-    INT_PTR (*otherMessage)
-    (HWND window, void* context, UINT message, WPARAM wParam, LPARAM lParam) = nullptr;
+    ContextProcedure otherMessage = nullptr;
 };
 
 // The work of every dialog procedure.
