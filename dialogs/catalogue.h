@@ -9,8 +9,8 @@
 
 // When the caller's buffer is written.
 enum class RecordWritten {
-    AtOk, // once, after OK
-    Live, // the buffer is the dialog's working record: defaults at opening, then every change
+    AtOk,     // once, after OK
+    Live,     // the buffer is the dialog's working record: defaults at opening, then every change
     AsResult, // the first word once, after OK: it is what the dialog ends with
 };
 
@@ -51,6 +51,7 @@ inline constexpr EffectRow kEffectCatalogue[] = {
     {53, "Motion Blur", 4351, sizeof(MotionBlurParams), RecordWritten::Live},
     {54, "Emboss", 4350, sizeof(EmbossParams), RecordWritten::Live},
     {65, "Ribbon", 4357, sizeof(RibbonParams), RecordWritten::AtOk},
+    {67, "Tone Adjustment", 4359, sizeof(ToneAdjustmentParams), RecordWritten::AtOk},
 };
 
 // All effects with a dialog, by rising number.

@@ -86,10 +86,11 @@ private:
 };
 
 // A zero-filled working table of `count` entries in a block of its own. False when memory was
-// short.
+// short, and for one that was never made.
 template <class Entry>
 class BlockTable {
 public:
+    BlockTable() = default;
     explicit BlockTable(u64 count)
         : block_(AllocateBlock(count * sizeof(Entry))), lock_(block_.Handle()) {}
 
