@@ -36,6 +36,7 @@ using HBITMAP = HGDIOBJ__*;
 using HCURSOR = HCURSOR__*;
 using HICON = void*;
 using HMENU = void*;
+using HFILE = int;
 
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
@@ -149,12 +150,49 @@ struct BITMAPINFO {
     RGBQUAD bmiColors[1];
 };
 
+struct OFSTRUCT {
+    BYTE cBytes;
+    BYTE fFixedDisk;
+    WORD nErrCode;
+    WORD Reserved1;
+    WORD Reserved2;
+    char szPathName[128]; // as much of the name as there is room for
+};
+
 #define CALLBACK
 #define WINAPI
 
 using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 using TIMERPROC = void(CALLBACK*)(HWND, UINT, UINT_PTR, DWORD);
+
+using LPOFNHOOKPROC = UINT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+
+struct OPENFILENAMEA {
+    DWORD lStructSize;
+    HWND hwndOwner;
+    HINSTANCE hInstance;
+    LPCSTR lpstrFilter;
+    LPSTR lpstrCustomFilter;
+    DWORD nMaxCustFilter;
+    DWORD nFilterIndex;
+    LPSTR lpstrFile;
+    DWORD nMaxFile;
+    LPSTR lpstrFileTitle;
+    DWORD nMaxFileTitle;
+    LPCSTR lpstrInitialDir;
+    LPCSTR lpstrTitle;
+    DWORD Flags;
+    WORD nFileOffset;
+    WORD nFileExtension;
+    LPCSTR lpstrDefExt;
+    LPARAM lCustData;
+    LPOFNHOOKPROC lpfnHook;
+    LPCSTR lpTemplateName;
+    void* pvReserved;
+    DWORD dwReserved;
+    DWORD FlagsEx;
+};
 
 struct WNDCLASSEXA {
     UINT cbSize;
@@ -350,6 +388,18 @@ constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
 constexpr DWORD NOTSRCCOPY = 0x00330008;
 
+constexpr DWORD OFN_OVERWRITEPROMPT = 2;
+constexpr DWORD OFN_HIDEREADONLY = 4;
+constexpr DWORD OFN_NOCHANGEDIR = 8;
+
+constexpr UINT OF_READ = 0;
+constexpr UINT OF_WRITE = 1;
+constexpr UINT OF_READWRITE = 2;
+constexpr UINT OF_CREATE = 0x1000;
+constexpr HFILE HFILE_ERROR = -1;
+constexpr int FILE_BEGIN = 0;
+constexpr int FILE_END = 2;
+
 constexpr int VK_ESCAPE = 27;
 
 #define IDC_ARROW MAKEINTRESOURCEA(32512)
@@ -385,8 +435,8 @@ ZQ_API LONG_PTR GetWindowLongPtrA(HWND window, int index);
 ZQ_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 ZQ_API int GetClassNameA(HWND window, LPSTR buffer, int size);
 ZQ_API BOOL ShowWindow(HWND window, int command);
-// Unless SWP_NOZORDER is set, the window goes behind its sibling `after` in the order of Tab, too, or
-// becomes the first for null.
+// Unless SWP_NOZORDER is set, the window goes behind its sibling `after` in the order of Tab, too,
+// or becomes the first for null.
 ZQ_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 ZQ_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 ZQ_API BOOL GetClientRect(HWND window, RECT* rect);
@@ -479,6 +529,27 @@ ZQ_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int source
 // SRCCOPY and NOTSRCCOPY only.
 ZQ_API BOOL BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX,
                    int sourceY, DWORD operation);
+
+// ---- File dialogs (platform/qt) -----------------------------------------------------------------
+
+// The chosen name stands in the caller's buffer, in the encoding of the file system. FALSE when
+// nothing was chosen, and when the name does not fit: then its length stands in the first two
+// bytes.
+ZQ_API BOOL GetOpenFileNameA(OPENFILENAMEA* options);
+ZQ_API BOOL GetSaveFileNameA(OPENFILENAMEA* options);
+
+// ---- Files (platform/base) ----------------------------------------------------------------------
+
+// HFILE_ERROR for a folder, too. Names may be longer than the structure has room for.
+ZQ_API HFILE OpenFile(LPCSTR name, OFSTRUCT* file, UINT style);
+// Gives the number of bytes; HFILE_ERROR when not one could be read.
+ZQ_API UINT _lread(HFILE file, LPVOID buffer, UINT bytes);
+ZQ_API UINT _lwrite(HFILE file, LPCSTR buffer, UINT bytes);
+// Gives the new place; HFILE_ERROR where there is none, or one beyond 31 bits.
+ZQ_API LONG _llseek(HFILE file, LONG offset, int origin);
+ZQ_API HFILE _lclose(HFILE file);
+// The file that a module was loaded from.
+ZQ_API DWORD GetModuleFileNameA(HINSTANCE instance, LPSTR buffer, DWORD size);
 
 // ---- Rectangles (platform/base) -----------------------------------------------------------------
 

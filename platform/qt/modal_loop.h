@@ -22,6 +22,9 @@ public:
 
     const QWindow* OwnerWindow() const { return ownerWindow_; }
 
+    // Lets a window of its own block the owner.
+    void MakeModal(QWidget& widget);
+
     void Enter(HWND dialog);
     // Whether the dialog lives and was not ended.
     bool Runs() const;
@@ -37,7 +40,6 @@ public:
 
 private:
     void ReleaseOwner();
-    void MakeModal(QWidget& widget);
 
     QEventLoop loop_;
     HWND dialog_ = nullptr;

@@ -1,0 +1,73 @@
+#include "platform/types.h"
+#include "platform/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+
+namespace {
+
+constexpr UINT kFailed = static_cast<UINT>(HFILE_ERROR);
+
+class FileCalls : public testing::Test {
+protected:
+    FileCalls() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "files-XXXXXX").string();
+        folder_ = mkdtemp(pattern.data());
+    }
+    ~FileCalls() override { std::filesystem::remove_all(folder_); }
+
+    std::string Path(const char* name) const { return folder_ / name; }
+    static HFILE Open(const std::string& path, UINT style) {
+        OFSTRUCT file;
+        return OpenFile(path.c_str(), &file, style);
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+} // namespace
+
+TEST_F(FileCalls, CreateOverwriteAndReadFiles) {
+    const std::string path = Path(std::string(150, 'n').c_str());
+    EXPECT_EQ(Open(path, OF_READ), HFILE_ERROR);
+    for (const char* text : {"longer text", "text"}) {
+        const HFILE written = Open(path, OF_CREATE | OF_READWRITE);
+        const auto length = static_cast<UINT>(std::string(text).size());
+        EXPECT_EQ(_lwrite(written, text, length), length);
+        EXPECT_EQ(_lclose(written), 0);
+    }
+    const HFILE file = Open(path, OF_READ);
+    EXPECT_EQ(_llseek(file, 0, FILE_END), 4);
+    EXPECT_EQ(_llseek(file, 1, FILE_BEGIN), 1);
+    char buffer[9] = "????????";
+    EXPECT_EQ(_lread(file, buffer, 8), 3u);
+    EXPECT_STREQ(buffer, "ext?????");
+    EXPECT_EQ(_lread(file, buffer, 8), 0u);
+    EXPECT_EQ(_lwrite(file, "x", 1), kFailed);
+    EXPECT_EQ(_lclose(file), 0);
+    EXPECT_EQ(_lclose(file), HFILE_ERROR);
+    EXPECT_EQ(_lread(file, buffer, 1), kFailed);
+}
+
+TEST_F(FileCalls, OpenNoFoldersAndWaitForNoPipe) {
+    EXPECT_EQ(Open(Path(""), OF_READ), HFILE_ERROR);
+    EXPECT_EQ(Open(Path(""), OF_CREATE | OF_READWRITE), HFILE_ERROR);
+    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+    const HFILE pipe = Open(Path("pipe"), OF_READ);
+    EXPECT_EQ(_llseek(pipe, 0, FILE_END), HFILE_ERROR);
+    EXPECT_EQ(_lclose(pipe), 0);
+    EXPECT_EQ(OpenFile(nullptr, nullptr, OF_READ), HFILE_ERROR);
+}
+
+TEST_F(FileCalls, KnowNoPlaceBeyond31Bits) {
+    EXPECT_EQ(_lclose(Open(Path("huge"), OF_CREATE)), 0);
+    std::filesystem::resize_file(Path("huge"), u64{1} << 31);
+    const HFILE file = Open(Path("huge"), OF_READ);
+    EXPECT_EQ(_llseek(file, 0, FILE_END), HFILE_ERROR);
+    EXPECT_EQ(_lclose(file), 0);
+}
