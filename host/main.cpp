@@ -61,7 +61,8 @@ int Run(QApplication& application, const HostOptions& options) {
         return MakeShots(window, QFile::decodeName(options.shots.c_str()), options.effect) ? 0 : 1;
     }
     if (options.effect != 0) {
-        QTimer::singleShot(0, &window, [&] { window.RunEffectDialog(options.effect); });
+        QTimer::singleShot(0, &window,
+                           [&] { window.RunEffectDialog(*FindEffectOffer(options.effect)); });
     }
     return application.exec();
 }

@@ -1,8 +1,6 @@
 #include "host/main_window.h"
 
-#include "dialogs/catalogue.h"
 #include "host/dib_image.h"
-#include "host/effect_menu.h"
 #include "host/picture_view.h"
 #include "pictures/layer_files.h"
 
@@ -72,7 +70,9 @@ void MainWindow::MakeViewMenu() {
 
 void MainWindow::MakeEffectMenu() {
     QMenu* menu = menuBar()->addMenu("Effe&cts");
-    FillEffectMenu(*menu, [this](EffectId id) { RunEffectDialog(id); });
+    menu->addAction("&Effect Browser...", [this] { RunEffectBrowser(); });
+    menu->addSeparator();
+    AddEffectMenus(*menu, [this](const EffectOffer& offer) { RunEffectDialog(offer); });
     needPicture_ << menu->actions();
 }
 
@@ -99,18 +99,36 @@ void MainWindow::OpenOrExplain(const QString& path) {
     }
 }
 
-void MainWindow::RunEffectDialog(EffectId id) {
-    const EffectRow* row = FindEffectRow(id);
-    if (row == nullptr || document_.IsEmpty()) {
+void MainWindow::RunEffectDialog(const EffectOffer& offer) {
+    if (document_.IsEmpty()) {
         return;
     }
-    const QString title = QString::fromLatin1(row->title);
-    QByteArray record(static_cast<qsizetype>(row->recordBytes), '\0');
-    void* parent = reinterpret_cast<void*>(winId());
-    if (GetZQParam(id, parent, document_.Handle(), record.data()) != 1) {
+    EffectRecord record = {};
+    record[offsetof(RankFilterParams, takeMaximum)] = static_cast<u8>(offer.takeMaximum);
+    if (GetZQParam(offer.id, Owner(), document_.Handle(), record.data()) == 1) {
+        Apply(offer.id, offer.name, record);
+    }
+}
+
+void MainWindow::RunEffectBrowser() {
+    if (document_.IsEmpty()) {
         return;
     }
-    if (document_.ApplyEffect(id, record.constData())) {
+    EffectRecord record = {};
+    EffectId id = 0;
+    if (GetZQBrowserParam(Owner(), document_.Handle(), &id, record.data(), record.size()) == 1) {
+        const EffectOffer* offer = FindEffectOffer(id);
+        Apply(id, offer != nullptr ? offer->name : "The effect", record);
+    }
+}
+
+void* MainWindow::Owner() const {
+    return reinterpret_cast<void*>(winId());
+}
+
+void MainWindow::Apply(EffectId id, const char* name, const EffectRecord& record) {
+    const QString title = QString::fromLatin1(name);
+    if (document_.ApplyEffect(id, record.data())) {
         statusBar()->showMessage(title + " applied");
         ShowDocument();
     } else {

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "host/document.h"
+#include "host/effect_offers.h"
 #include "pictures/pictures.h"
 
 #include <QMainWindow>
+
+#include <array>
 
 class PictureView;
 class QAction;
@@ -20,8 +23,10 @@ public:
     // The same, and says in a message box why it cannot be opened.
     void OpenOrExplain(const QString& path);
 
-    // Shows an effect's dialog over the picture and applies the record that comes back.
-    void RunEffectDialog(EffectId id);
+    // Shows an effect's dialog, or the browser of all, over the picture and applies the record that
+    // comes back.
+    void RunEffectDialog(const EffectOffer& offer);
+    void RunEffectBrowser();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -29,10 +34,15 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    // Room for every effect's record.
+    using EffectRecord = std::array<u8, 300>;
+
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeViewMenu();
     void MakeEffectMenu();
+    void* Owner() const;
+    void Apply(EffectId id, const char* name, const EffectRecord& record);
     void ChooseAndOpen();
     void ChooseAndSave();
     void ChooseMask();

@@ -1,6 +1,5 @@
 #include "host/shots.h"
 
-#include "dialogs/catalogue.h"
 #include "host/main_window.h"
 #include "platform/qt/grab.h"
 #include "platform/win32.h"
@@ -10,6 +9,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <strings.h>
 
 namespace {
@@ -45,9 +45,9 @@ void MoveAControl(HWND dialog) {
     }
 }
 
-QString FileNameFor(const EffectRow& row) {
-    QString name = QStringLiteral("%1-").arg(row.id, 2, 10, QLatin1Char('0'));
-    for (const QChar letter : QString::fromLatin1(row.title).toLower()) {
+QString FileNameFor(EffectId id, const char* title) {
+    QString name = QStringLiteral("%1-").arg(id, 2, 10, QLatin1Char('0'));
+    for (const QChar letter : QString::fromLatin1(title).toLower()) {
         if (letter.isLetterOrNumber()) {
             name += letter;
         } else if (!name.endsWith('-') && letter != '\'') {
@@ -109,6 +109,16 @@ private:
 
 Photographer* Photographer::current = nullptr;
 
+// False with a word on the standard error when `file` was not written.
+bool TakeShot(const QString& file, const std::function<void()>& openDialog) {
+    Photographer photographer(file);
+    openDialog();
+    if (!photographer.Written()) {
+        std::fprintf(stderr, "zqhost: %s: not written\n", qPrintable(file));
+    }
+    return photographer.Written();
+}
+
 } // namespace
 
 bool MakeShots(MainWindow& window, const QString& folder, EffectId effect) {
@@ -116,17 +126,15 @@ bool MakeShots(MainWindow& window, const QString& folder, EffectId effect) {
         std::fprintf(stderr, "zqhost: %s: the folder cannot be made\n", qPrintable(folder));
         return false;
     }
-    bool allWritten = true;
-    for (const EffectRow& row : EffectCatalogue()) {
-        if (effect != 0 && effect != row.id) {
-            continue;
-        }
-        const QString file = QDir(folder).filePath(FileNameFor(row));
-        Photographer photographer(file);
-        window.RunEffectDialog(row.id);
-        if (!photographer.Written()) {
-            std::fprintf(stderr, "zqhost: %s: not written\n", qPrintable(file));
-            allWritten = false;
+    const auto fileFor = [&](EffectId id, const char* title) {
+        return QDir(folder).filePath(FileNameFor(id, title));
+    };
+    bool allWritten =
+        effect != 0 || TakeShot(fileFor(0, "Effect Browser"), [&] { window.RunEffectBrowser(); });
+    for (const EffectOffer& offer : EffectOffers()) {
+        if (effect == 0 || effect == offer.id) {
+            allWritten &=
+                TakeShot(fileFor(offer.id, offer.name), [&] { window.RunEffectDialog(offer); });
         }
     }
     return allWritten;

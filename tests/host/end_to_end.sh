@@ -93,14 +93,14 @@ drag() {
     xdotool mouseup 1
 }
 
-# open_effect LETTER NAME: from the menu, by keyboard.
+# open_effect LETTER NAME: from the menu of colour effects, by keyboard.
 open_effect() {
     window "$main"
     local closed
     closed=$(open_menu)
     xdotool key alt+c
     wait_for "the menu" shows_other open_menu "$closed"
-    xdotool key "$1"
+    xdotool key c key "$1"
     window "^$2\$"
     before=$(settled before_pane)
     after=$(settled after_pane)
