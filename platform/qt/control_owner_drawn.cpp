@@ -13,12 +13,14 @@ public:
         connect(this, &QAbstractButton::released, [this] { DrawChange(ODA_SELECT); });
     }
 
-    // Lets the parent draw at once what has changed; the next paint event shows it.
+    // Lets the parent draw what has changed and shows it at once. Any other paint event means that
+    // all of it is out of date.
     void DrawChange(UINT action) {
         if (isVisible()) {
             Draw(action);
             drawn_ = true;
-            update();
+            repaint();
+            drawn_ = false;
         }
     }
 
@@ -27,13 +29,7 @@ protected:
         if (!drawn_ || surface_.size() != size()) {
             Draw(ODA_DRAWENTIRE);
         }
-        drawn_ = false;
         QPainter(this).drawImage(0, 0, surface_);
-    }
-
-    void changeEvent(QEvent* event) override {
-        drawn_ = false;
-        QAbstractButton::changeEvent(event);
     }
 
 private:
@@ -71,7 +67,7 @@ private:
 
     HWND handle_;
     QImage surface_;
-    bool drawn_ = false; // and not shown yet
+    bool drawn_ = false; // and about to be shown
 };
 
 QWidget* Make(const Window& window, QWidget* parent) {
