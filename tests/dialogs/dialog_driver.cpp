@@ -1,8 +1,14 @@
 #include "tests/dialogs/dialog_driver.h"
 
+#include "library/startup.h"
+#include "preview/preview_control.h"
+#include "resources/module.h"
 #include <zq/zqui.h>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -84,4 +90,59 @@ bool IsChecked(HWND dialog, int control) {
 
 bool IsEnabled(HWND dialog, int control) {
     return IsWindowEnabled(GetDlgItem(dialog, control)) != 0;
+}
+
+std::vector<i32> AnnouncedRecord(HWND dialog, std::size_t words) {
+    const PreviewControl* after = PreviewControlOf(GetDlgItem(dialog, kAfterPaneId));
+    std::vector<i32> record(words, kUntouched);
+    if (after == nullptr || after->params == nullptr) {
+        ADD_FAILURE() << "no record was announced";
+    } else {
+        std::memcpy(record.data(), after->params, words * sizeof(i32));
+    }
+    return record;
+}
+
+bool TakeAnnouncement(HWND dialog) {
+    PreviewControl* after = PreviewControlOf(GetDlgItem(dialog, kAfterPaneId));
+    return after != nullptr && std::exchange(after->dirty, 0) != 0;
+}
+
+void ExpectOpening(const OpeningCase& opening, DocHandle document, CallerBuffer buffer) {
+    SCOPED_TRACE(testing::Message() << "effect " << opening.effect);
+    std::vector<i32> expected = buffer.First(buffer.words.size());
+    std::ranges::copy(opening.record, expected.begin());
+    const i32 result =
+        RunEffectDialog(opening.effect, document, buffer.words.data(), [&](HWND dialog) {
+            EXPECT_EQ(TitleOf(dialog), opening.title);
+            for (const auto& [label, text] : opening.labels) {
+                EXPECT_EQ(TextOf(dialog, label), text) << label;
+            }
+            EXPECT_EQ(AnnouncedRecord(dialog, opening.announced.size()), opening.announced);
+            EXPECT_TRUE(TakeAnnouncement(dialog));
+            PressOk(dialog);
+        });
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(buffer.First(buffer.words.size()), expected);
+}
+
+void ExpectMoves(HWND dialog, const std::vector<MoveCase>& moves) {
+    TakeAnnouncement(dialog);
+    for (const MoveCase& move : moves) {
+        SCOPED_TRACE(testing::Message() << "control " << move.control << ", code " << move.code);
+        if (move.code == kClick) {
+            Click(dialog, move.control);
+        } else {
+            Scroll(dialog, move.control, move.code);
+        }
+        EXPECT_TRUE(TakeAnnouncement(dialog));
+        EXPECT_EQ(AnnouncedRecord(dialog, move.announced.size()), move.announced);
+        for (const auto& [label, text] : move.labels) {
+            EXPECT_EQ(TextOf(dialog, label), text) << label;
+        }
+    }
+}
+
+void DialogTest::SetUpTestSuite() {
+    LibraryEntry(ResourceModule());
 }

@@ -4,10 +4,15 @@
 
 #include "platform/types.h"
 #include "platform/win32.h"
+#include "tests/support/document_maker.h"
+#include "tests/support/leak_guard.h"
 #include <zq/document.h>
 
+#include <array>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 using DialogScript = std::function<void(HWND dialog)>;
 
@@ -29,3 +34,48 @@ std::string TitleOf(HWND window);
 std::string TextOf(HWND dialog, int control);
 bool IsChecked(HWND dialog, int control);
 bool IsEnabled(HWND dialog, int control);
+
+// What the After pane would run its effect with.
+std::vector<i32> AnnouncedRecord(HWND dialog, std::size_t words);
+// True once for each announcement.
+bool TakeAnnouncement(HWND dialog);
+
+constexpr i32 kUntouched = 0x5A5A5A5A;
+
+// A caller's buffer with room to see what is written behind the largest record.
+struct CallerBuffer {
+    std::array<i32, 80> words;
+    CallerBuffer() { words.fill(kUntouched); }
+    std::vector<i32> First(std::size_t count) const {
+        return {words.begin(), words.begin() + static_cast<std::ptrdiff_t>(count)};
+    }
+};
+
+// A dialog as it opens, and what OK without a touch gives.
+struct OpeningCase {
+    EffectId effect;
+    const char* title;
+    std::vector<std::pair<int, const char*>> labels;
+    std::vector<i32> record;    // in the caller's buffer after OK; nothing behind it is touched
+    std::vector<i32> announced; // to the After pane
+};
+void ExpectOpening(const OpeningCase& opening, DocHandle document, CallerBuffer buffer = {});
+
+// One move of a control, and what it makes of the record that the After pane gets.
+struct MoveCase {
+    int control;
+    int code; // of a scroll bar; kClick for a button
+    std::vector<i32> announced;
+    std::vector<std::pair<int, const char*>> labels = {}; // to look at
+};
+constexpr int kClick = -1;
+void ExpectMoves(HWND dialog, const std::vector<MoveCase>& moves);
+
+// Tests of dialogs, with two small documents.
+class DialogTest : public LeakGuardTest {
+protected:
+    static void SetUpTestSuite();
+
+    TestDocument colour_{64, 48};
+    TestDocument grey_{64, 48, ImageClass::Grey};
+};

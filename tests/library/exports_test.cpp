@@ -36,7 +36,7 @@ TEST_F(Exports, GiveTheAnswerOfADialogThatCannotBeOpened) {
     const TestDocument document(8, 8);
     LibraryEntry(nullptr); // a module without resources
     for (const EffectRow& row : EffectCatalogue()) {
-        std::array<i32, 8> buffer{};
+        std::array<i32, 80> buffer{};
         EXPECT_EQ(GetZQParam(row.id, nullptr, document.Handle(), buffer.data()),
                   row.written == RecordWritten::Live ? -2 : 0)
             << row.title;

@@ -1,0 +1,101 @@
+#include "platform/base/resource_file.h"
+#include "platform/qt/grab.h"
+#include "resources/module.h"
+#include "tests/dialogs/dialog_driver.h"
+
+namespace {
+
+constexpr int kFirstCell = 4201;
+constexpr int kLastCell = 4208;
+constexpr int kFirstArrow = 4362;
+
+using DirectionGrids = DialogTest;
+
+TEST_F(DirectionGrids, OpenWithTheirDefaultsAndGiveThemBackAtOk) {
+    const OpeningCase openings[] = {
+        {53, "Motion Blur", {{4209, "10"}}, {4, 10}, {4, 10}},
+        {54, "Emboss", {{4209, "2"}}, {5, 3, 2, 0}, {5, 3, 2, 0}},
+    };
+    for (const OpeningCase& opening : openings) {
+        ExpectOpening(opening, colour_.Handle());
+        ExpectOpening(opening, grey_.Handle());
+    }
+}
+
+TEST_F(DirectionGrids, WriteDirectionModeAndDistanceIntoTheCallersBuffer) {
+    CallerBuffer buffer;
+    RunEffectDialog(54, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
+        EXPECT_TRUE(IsChecked(dialog, 4213));
+        for (int cell = kFirstCell; cell <= kLastCell; ++cell) {
+            ExpectMoves(dialog, {{cell, kClick, {cell - kFirstCell + 1, 3, 2, 0}}});
+        }
+        for (int mode = 4211; mode <= 4214; ++mode) {
+            ExpectMoves(dialog, {{mode, kClick, {8, mode - 4210, 2, 0}}});
+        }
+        ExpectMoves(dialog, {{4210, SB_PAGEDOWN, {8, 4, 4, 0}, {{4209, "4"}}},
+                             {4208, kClick, {8, 4, 4, 0}}}); // the chosen cell once more
+        EXPECT_EQ(buffer.First(5), (std::vector<i32>{8, 4, 4, 0, kUntouched}));
+    });
+    RunEffectDialog(53, colour_.Handle(), buffer.words.data(), [](HWND dialog) {
+        ExpectMoves(dialog, {{4202, kClick, {2, 10}}, {4210, SB_PAGEDOWN, {2, 15}}});
+    });
+    EXPECT_EQ(buffer.First(3), (std::vector<i32>{2, 15, 4}));
+}
+
+// How a cell is drawn: the arrow's own picture, or its inversion, on light grey.
+enum class Drawn { Plain, Inverted, Otherwise };
+
+Drawn LookAt(HWND dialog, int cell) {
+    const QImage button = GrabWindow(GetDlgItem(dialog, cell));
+    const auto arrow =
+        LoadBitmapImage(ResourceModule(), static_cast<u16>(kFirstArrow + cell - kFirstCell));
+    if (!arrow || button.width() < arrow->width || button.height() < arrow->height) {
+        return Drawn::Otherwise;
+    }
+    bool plain = true;
+    bool inverted = true;
+    for (int y = 0; y < button.height(); ++y) {
+        for (int x = 0; x < button.width(); ++x) {
+            const u32 shown = button.pixel(x, y) & 0xFFFFFF;
+            const bool onArrow = x < arrow->width && y < arrow->height;
+            const u32 drawn =
+                onArrow ? arrow->rgb[static_cast<std::size_t>(y * arrow->width + x)] : 0xC0C0C0;
+            plain = plain && shown == drawn;
+            inverted = inverted && shown == (onArrow ? ~drawn & 0xFFFFFF : drawn);
+        }
+    }
+    return plain ? Drawn::Plain : inverted ? Drawn::Inverted : Drawn::Otherwise;
+}
+
+void ExpectMarked(HWND dialog, int marked) {
+    for (int cell = kFirstCell; cell <= kLastCell; ++cell) {
+        EXPECT_EQ(LookAt(dialog, cell), cell == marked ? Drawn::Inverted : Drawn::Plain)
+            << "cell " << cell << " with " << marked << " marked";
+    }
+}
+
+// The mark outlasts the dialog from OK to OK, for either effect by itself.
+TEST_F(DirectionGrids, MarkTheCellOfTheLastOkUntilAnotherIsChosen) {
+    const struct {
+        EffectId effect;
+        int marked; // at opening
+        int chosen;
+        bool accept;
+    } steps[] = {
+        {54, 4208, 4202, false}, {54, 4208, 4201, true}, {53, 4205, 4207, false},
+        {53, 4205, 4206, true},  {54, 4201, 4208, true}, {53, 4206, 4205, true},
+    };
+    for (const auto& [effect, marked, chosen, accept] : steps) {
+        SCOPED_TRACE(testing::Message() << "effect " << effect << ", chooses " << chosen);
+        CallerBuffer buffer;
+        RunEffectDialog(effect, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
+            EXPECT_EQ(GetFocus(), GetDlgItem(dialog, marked));
+            ExpectMarked(dialog, marked);
+            Click(dialog, chosen);
+            ExpectMarked(dialog, chosen);
+            accept ? PressOk(dialog) : PressCancel(dialog);
+        });
+    }
+}
+
+} // namespace
