@@ -90,8 +90,8 @@ bool MotionBlur(ReferenceRun& run, const MotionBlurParams& params) {
     for (i32 y = 0; y < run.h; ++y) {
         for (i32 x = 0; x < run.w; ++x) {
             for (i32 c = 0; c < run.channels; ++c) {
-                i32 sum = 0, count = 0;
-                for (i32 k = 0; k < n; ++k) {
+                i32 sum = run.At(x, y, c), count = 1;
+                for (i32 k = 1; k < n; ++k) {
                     const i32 atX = x + k * dx, atY = y + k * dy;
                     const bool inside = atX >= 0 && atX < run.w && atY >= 0 && atY < run.h;
                     if (inside || !diagonal) {
