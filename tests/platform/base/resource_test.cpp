@@ -12,8 +12,20 @@
 
 namespace {
 
-constexpr u16 kDialogs[] = {IDD_BRIGHTNESS_CONTRAST, IDD_COLOR_REDUCTION, IDD_THRESHOLD,
-                            IDD_FIND_CONTOUR};
+constexpr u16 kDialogs[] = {IDD_BRIGHTNESS_CONTRAST,
+                            IDD_HUE_SATURATION,
+                            IDD_MOSAIC,
+                            IDD_COLOR_REDUCTION,
+                            IDD_THRESHOLD,
+                            IDD_SKETCH,
+                            IDD_FIND_CONTOUR,
+                            IDD_EMBOSS,
+                            IDD_MOTION_BLUR,
+                            IDD_3D_GRID,
+                            IDD_SQUARE_SIZE,
+                            IDD_INTENSITY,
+                            IDD_RIBBON,
+                            IDD_UNSHARP_MASK};
 
 // Little-endian words, as resources hold them.
 class ResourceWriter {
@@ -42,6 +54,14 @@ public:
         bytes_.insert(bytes_.end(), data.bytes_.begin(), data.bytes_.end());
         return Align();
     }
+    // Adds a resource of the library as it is.
+    ResourceWriter& Copy(u16 type, u16 id) {
+        const auto found = FindResourceBytes(ResourceModule(), type, id);
+        EXPECT_FALSE(found.empty()) << type << ", " << id;
+        ResourceWriter data;
+        data.bytes_.assign(found.begin(), found.end());
+        return Add(type, id, data);
+    }
     const std::vector<u8>& Bytes() const { return bytes_; }
 
 private:
@@ -61,9 +81,20 @@ struct CopiedModule {
         : CopiedModule(writer.Bytes().data(), writer.Bytes().size()) {}
 };
 
+// One resource of each type.
+ResourceWriter SmallModule() {
+    ResourceWriter writer;
+    writer.Copy(kResourceCursor, 1).Copy(kResourceBitmap, IDB_FIRST_DIRECTION);
+    writer.Copy(kResourceDialog, IDD_EMBOSS).Copy(kResourceString, IDS_GRAY / 16 + 1);
+    return writer.Copy(kResourceGroupCursor, IDR_OPEN_HAND);
+}
+
+bool IsRadio(const DialogItemTemplate& item) {
+    return item.className == "Button" && (item.style & 15) == BS_AUTORADIOBUTTON;
+}
+
 bool IsInteractive(const DialogItemTemplate& item) {
-    return (item.style & WS_TABSTOP) != 0 || item.className == "PREVIEWWND" ||
-           (item.className == "Button" && (item.style & 15) == BS_AUTORADIOBUTTON);
+    return (item.style & WS_TABSTOP) != 0 || item.className == "PREVIEWWND" || IsRadio(item);
 }
 
 bool Overlap(const DialogItemTemplate& one, const DialogItemTemplate& other) {
@@ -89,6 +120,16 @@ TEST(ResourceFile, DialogsHaveTheirTitlesSizesAndControls) {
          145,
          {{4262, "0"}, {4263, ""}, {4264, "0"}, {4265, ""}, {4266, "RGB"}, {4269, "B"}}},
         {4344, "Color Reduction", 143, {{4262, "8"}, {4263, ""}, {4267, "R"}, {4268, "G"}}},
+        {4342, "Hue and Saturation", 146, {{4262, "0"}, {4263, ""}, {4264, "0"}, {4265, ""}}},
+        {4343, "Mosaic", 147, {{4272, "7"}, {4270, ""}, {4273, "7"}, {4271, ""}, {4275, "Square"}}},
+        {4347, "Sketch", 142, {{4290, "Crayon"}, {4291, "Pencil"}, {4262, "64"}, {4263, ""}}},
+        {4350, "Emboss", 143, {{4201, ""}, {4208, ""}, {4211, "Original"}, {4214, "Active"}}},
+        {4351, "Motion Blur", 143, {{4201, ""}, {4208, ""}, {4209, "50"}, {4210, ""}}},
+        {4352, "3D Grid", 144, {{4217, "Small"}, {4219, "Medium"}, {4222, "Irregular"}}},
+        {4353, "", 145, {{4209, "3"}, {4210, ""}}},
+        {4356, "", 148, {{4292, ""}, {4293, ""}}},
+        {4357, "Ribbon", 148, {{4295, "3"}, {4294, ""}, {4296, "10"}, {4297, ""}}},
+        {4360, "Unsharp Mask", 144, {{4321, "10"}, {4324, ""}, {4325, ""}, {4326, ""}}},
         {4345, "Threshold", 145, {{4262, "127"}, {4263, ""}}},
         {4349, "Find Contour", 144, {{4279, "50"}, {4280, ""}, {4266, "RGB"}}},
     };
@@ -137,26 +178,27 @@ TEST(ResourceFile, DialogsAreTabbedThroughTheirControlsThenOkThenCancel) {
         const auto dialog = LoadDialogTemplate(ResourceModule(), id);
         ASSERT_TRUE(dialog) << id;
         std::vector<int> stops;
-        std::vector<int> groups;
+        bool amongRadios = false;
+        bool groupBegins = false;
         for (const auto& item : dialog->items) {
+            groupBegins |= (item.style & WS_GROUP) != 0;
             if ((item.style & WS_TABSTOP) != 0) {
                 stops.push_back(item.id);
             }
             if (item.className == "ScrollBar") {
                 EXPECT_TRUE(item.style & WS_TABSTOP) << item.id;
             }
-            if (item.id >= IDC_CHANNEL_RGB && item.id <= IDC_CHANNEL_B &&
-                (item.style & WS_GROUP) != 0) {
-                groups.push_back(item.id);
+            if (IsInteractive(item)) {
+                // The arrow keys stay among the radios of a group.
+                EXPECT_TRUE(groupBegins || IsRadio(item) == amongRadios) << item.id;
+                amongRadios = IsRadio(item);
+                groupBegins = false;
             }
         }
         ASSERT_GE(stops.size(), 3u);
         EXPECT_EQ(std::vector<int>(stops.end() - 2, stops.end()), (std::vector<int>{1, 2}));
         EXPECT_TRUE(FindItem(*dialog, IDOK)->style & WS_GROUP);
         EXPECT_EQ(FindItem(*dialog, IDOK)->style & 15, BS_DEFPUSHBUTTON);
-        const std::vector<int> first =
-            id == IDD_THRESHOLD ? std::vector<int>{} : std::vector<int>{IDC_CHANNEL_RGB};
-        EXPECT_EQ(groups, first);
     }
 }
 
@@ -186,6 +228,34 @@ TEST(ResourceFile, TheOpenHandIsWhiteWithABlackOutlineOnNothing) {
     EXPECT_EQ(hand->argb[16 * 32 + 15], 0xFFFFFFFFu);
     EXPECT_EQ(hand->argb[8 * 32 + 14], 0xFF000000u); // the longest finger's tip
     EXPECT_EQ(hand->argb[23 * 32 + 14], 0xFFFFFFFFu);
+}
+
+TEST(ResourceFile, TheArrowsAreRaisedTilesThatPointOutwards) {
+    for (int direction = 0; direction < 8; ++direction) {
+        SCOPED_TRACE(direction);
+        const int cell = direction < 4 ? direction : direction + 1; // of nine
+        const auto arrow =
+            LoadBitmapImage(ResourceModule(), static_cast<u16>(IDB_FIRST_DIRECTION + direction));
+        ASSERT_TRUE(arrow);
+        ASSERT_EQ(arrow->width, 20);
+        ASSERT_EQ(arrow->height, 20);
+        const auto at = [&](int x, int y) {
+            return arrow->rgb[static_cast<std::size_t>(y * 20 + x)];
+        };
+        EXPECT_EQ(at(0, 0), 0xFFFFFFu);
+        EXPECT_EQ(at(19, 19), 0u);
+        EXPECT_EQ(at(2, 2), 0xC0C0C0u);
+        const int dx = cell % 3 - 1;
+        const int dy = cell / 3 - 1;
+        int outwards = 0; // black pixels of that half, less those of the other
+        for (int y = 2; y < 18; ++y) {
+            for (int x = 2; x < 18; ++x) {
+                const int side = (2 * x - 19) * dx + (2 * y - 19) * dy;
+                outwards += at(x, y) == 0 ? (side > 0) - (side < 0) : 0;
+            }
+        }
+        EXPECT_GT(outwards, 5);
+    }
 }
 
 TEST(ResourceFile, ExtendedTemplatesAreReadLikePlainOnes) {
@@ -252,13 +322,12 @@ TEST(ResourceFile, TheCursorsDepthsAgreeAndTheUsualSizeIsPreferred) {
 }
 
 TEST(ResourceFile, ACutFileIsNeverReadBeyondItsEnd) {
-    const HINSTANCE whole = ResourceModule();
-    for (std::size_t size = 0; size < whole->resourceBytes; ++size) {
-        const CopiedModule cut(whole->resources, size);
-        for (const u16 id : kDialogs) {
-            LoadDialogTemplate(&cut.module, id);
-        }
-        LoadCursorImage(&cut.module, IDR_OPEN_HAND);
+    const ResourceWriter whole = SmallModule();
+    for (std::size_t size = 0; size < whole.Bytes().size(); ++size) {
+        const CopiedModule cut(whole.Bytes().data(), size);
+        LoadDialogTemplate(&cut.module, IDD_EMBOSS);
+        LoadBitmapImage(&cut.module, IDB_FIRST_DIRECTION);
+        EXPECT_FALSE(LoadCursorImage(&cut.module, IDR_OPEN_HAND));
         EXPECT_FALSE(LoadStringResource(&cut.module, 4386));
     }
 }
@@ -278,17 +347,20 @@ TEST(ResourceFile, ACutResourceInAWholeFileIsNotFound) {
 }
 
 TEST(ResourceFile, AFlippedByteIsSurvived) {
-    const HINSTANCE whole = ResourceModule();
-    for (std::size_t at = 0; at < whole->resourceBytes; ++at) {
-        CopiedModule copy(whole->resources, whole->resourceBytes);
+    const ResourceWriter whole = SmallModule();
+    const auto isWhole = [](const auto& image, const std::vector<u32>& pixels) {
+        return pixels.size() ==
+               static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
+    };
+    for (std::size_t at = 0; at < whole.Bytes().size(); ++at) {
+        CopiedModule copy(whole);
         copy.bytes[at] ^= 0xFF;
-        for (const u16 id : kDialogs) {
-            const auto dialog = LoadDialogTemplate(&copy.module, id);
-            EXPECT_TRUE(!dialog || dialog->items.size() <= 0xFFFF);
-        }
+        const auto dialog = LoadDialogTemplate(&copy.module, IDD_EMBOSS);
+        EXPECT_TRUE(!dialog || dialog->items.size() <= 0xFFFF);
         const auto cursor = LoadCursorImage(&copy.module, IDR_OPEN_HAND);
-        EXPECT_TRUE(!cursor || cursor->argb.size() == static_cast<std::size_t>(cursor->width) *
-                                                          static_cast<std::size_t>(cursor->height));
+        EXPECT_TRUE(!cursor || isWhole(*cursor, cursor->argb));
+        const auto bitmap = LoadBitmapImage(&copy.module, IDB_FIRST_DIRECTION);
+        EXPECT_TRUE(!bitmap || isWhole(*bitmap, bitmap->rgb));
     }
 }
 

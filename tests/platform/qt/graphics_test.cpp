@@ -1,5 +1,6 @@
 #include "platform/qt/graphics.h"
 
+#include "platform/base/resource_file.h"
 #include "platform/qt/graphics_testing.h"
 #include "platform/types.h"
 #include "resources/module.h"
@@ -257,6 +258,55 @@ TEST(RectangleCall, DrawsTheOutlineByPenAndTheInsideByBrush) {
     EXPECT_FALSE(DeleteObject(pen));
 }
 
+TEST(BitBltCall, CopiesABitmapOfTheResourcesOrItsInversionWithinItsSize) {
+    const std::size_t before = LiveGdiObjectCount();
+    const HBITMAP bitmap =
+        LoadBitmapA(ResourceModule(), MAKEINTRESOURCEA(IDB_FIRST_DIRECTION)); // 20 x 20
+    ASSERT_NE(bitmap, nullptr);
+    const auto arrow = LoadBitmapImage(ResourceModule(), IDB_FIRST_DIRECTION);
+    ASSERT_TRUE(arrow);
+    for (const DWORD operation : {SRCCOPY, NOTSRCCOPY}) {
+        Paper paper(30, 30);
+        const HDC memory = CreateCompatibleDC(paper.dc);
+        const HGDIOBJ onePixel = SelectObject(memory, bitmap);
+        EXPECT_TRUE(BitBlt(paper.dc, 4, 5, 28, 28, memory, 2, 1, operation));
+        for (int y = 0; y < 30; ++y) {
+            for (int x = 0; x < 30; ++x) {
+                const bool copied = x >= 4 && y >= 5 && x < 22 && y < 24;
+                const std::size_t at = static_cast<std::size_t>((y - 4) * 20 + x - 2);
+                const QRgb picture = copied ? arrow->rgb[at] | 0xFF000000 : 0;
+                const QRgb drawn = operation == SRCCOPY ? picture : picture ^ 0xFFFFFF;
+                ASSERT_EQ(paper.image.pixel(x, y), copied ? drawn : kGreen) << x << ", " << y;
+            }
+        }
+        EXPECT_EQ(SelectObject(memory, onePixel), bitmap);
+        EXPECT_TRUE(DeleteDC(memory));
+        EXPECT_FALSE(DeleteDC(memory));
+    }
+    EXPECT_TRUE(DeleteObject(bitmap));
+    EXPECT_EQ(LiveGdiObjectCount(), before);
+}
+
+TEST(BitBltCall, RefusesWhatIsNoBitmapNoContextOrAnotherOperation) {
+    EXPECT_EQ(LoadBitmapA(ResourceModule(), MAKEINTRESOURCEA(1)), nullptr);
+    EXPECT_EQ(LoadBitmapA(ResourceModule(), "arrow"), nullptr);
+    EXPECT_EQ(LoadBitmapA(nullptr, MAKEINTRESOURCEA(IDB_FIRST_DIRECTION)), nullptr);
+    Paper paper(8, 8);
+    EXPECT_FALSE(DeleteDC(paper.dc)); // a window's
+    const HBITMAP bitmap = LoadBitmapA(ResourceModule(), MAKEINTRESOURCEA(IDB_FIRST_DIRECTION));
+    EXPECT_EQ(SelectObject(paper.dc, bitmap), nullptr);
+    const HDC memory = CreateCompatibleDC(nullptr);
+    SelectObject(memory, bitmap);
+    EXPECT_FALSE(BitBlt(paper.dc, 0, 0, 8, 8, memory, 0, 0, 0x42));
+    DeleteObject(bitmap); // the context keeps its picture
+    EXPECT_TRUE(BitBlt(paper.dc, 0, 0, 2, 2, memory, 0, 0, SRCCOPY));
+    EXPECT_TRUE(BitBlt(paper.dc, 0, 0, 8, 8, memory, 30, 0, SRCCOPY)); // beside it
+    EXPECT_TRUE(DeleteDC(memory));
+    EXPECT_FALSE(BitBlt(paper.dc, 0, 0, 8, 8, memory, 0, 0, SRCCOPY));
+    EXPECT_EQ(paper.image.pixel(0, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(paper.image.pixel(2, 2), kGreen);
+}
+
 TEST(DrawTextCall, CentresALineInItsRectangle) {
     for (const char* text : {"+", "-", "100%", "Brightness"}) {
         Paper paper(160, 60);
@@ -295,6 +345,26 @@ TEST(DrawTextCall, StaysInItsRectangleAndTakesColourModeAndLength) {
     SetBkMode(shorter.dc, OPAQUE);
     DrawTextA(shorter.dc, "I", 1, &wide, DT_SINGLELINE);
     EXPECT_EQ(shorter.image.pixel(0, InkOf(shorter.image).top()), 0xFFFFFFFF);
+}
+
+TEST(TextOutCall, PutsTheGivenSideOfTheTextAtThePoint) {
+    const auto inkAt = [](UINT align) {
+        Paper paper(120, 60);
+        SetBkMode(paper.dc, TRANSPARENT);
+        EXPECT_EQ(SetTextAlign(paper.dc, align), TA_LEFT | TA_TOP);
+        EXPECT_TRUE(TextOutA(paper.dc, 60, 30, "HHHXX", 3));
+        EXPECT_FALSE(TextOutA(paper.dc, 60, 30, nullptr, 3));
+        return InkOf(paper.image);
+    };
+    const QRect ink = inkAt(TA_LEFT | TA_TOP);
+    EXPECT_NEAR(ink.left(), 60, 2);
+    EXPECT_GE(ink.top(), 30);
+    EXPECT_LT(ink.width(), 45);
+    EXPECT_NEAR(inkAt(TA_RIGHT | TA_TOP).right(), 60, 2);
+    EXPECT_NEAR(inkAt(TA_CENTER | TA_TOP).center().x(), 60, 2);
+    const QRect above = inkAt(TA_CENTER | TA_BOTTOM);
+    EXPECT_LT(above.bottom(), 30);
+    EXPECT_EQ(above.size(), ink.size());
 }
 
 LOGFONTA SansSerif(LONG height) {
