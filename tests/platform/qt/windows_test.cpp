@@ -378,6 +378,23 @@ TEST_F(AWindow, HearsPostedMessagesLaterAndNoneAfterItsEnd) {
     EXPECT_EQ(heard, Messages{"window up -1,2"});
 }
 
+TEST_F(AWindow, ShowsThroughAnEtchedFrameAndItsOtherChildrenOverIt) {
+    const HWND outer = Make("outer");
+    reaction = PaintGrey;
+    const HWND child = Make("child", outer);
+    const HWND frame = CreateWindowExA(0, "static", "", WS_CHILD | WS_VISIBLE | SS_ETCHEDFRAME, 4,
+                                       4, 30, 40, outer, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(MoveWindow(child, 20, 10, 40, 20, 1));
+    UpdateWindow(child);
+    reaction = nullptr;
+    EXPECT_EQ(WidgetForTest(child)->geometry(), QRect(20, 10, 40, 20));
+    EXPECT_TRUE(IsColor(outer, {4, 4}, 0x606060));
+    EXPECT_TRUE(IsColor(outer, {5, 5}, kWhite));
+    EXPECT_TRUE(IsColor(outer, {6, 40}, kWhite)); // the outer window's own ground
+    EXPECT_TRUE(IsColor(outer, {33, 15}, kGrey)); // the child, not the frame's light edge
+    EXPECT_TRUE(IsWindow(frame));
+}
+
 TEST_F(AWindow, BecomesAChildOfAnother) {
     const HWND outer = Make("outer");
     const HWND inner = Make("inner");
