@@ -1,21 +1,44 @@
 #include "editors/param_file.h"
 
-#include <algorithm>
+#include "platform/win32.h"
+
 #include <array>
-#include <cstdio>
-#include <filesystem>
-#include <memory>
 
 namespace {
 
 // In the file: magic 4, words 2 2 2, size 4, two reserved words; all little-endian, no gaps.
-constexpr std::size_t kHeadBytes = 18;
+constexpr UINT kHeadBytes = 18;
 using Head = std::array<u8, kHeadBytes>;
 
-struct CloseStream {
-    void operator()(std::FILE* stream) const { std::fclose(stream); }
+// A file that is closed at the end of the scope.
+class OpenedFile {
+public:
+    OpenedFile(const char* path, UINT style) : file_(OpenFile(path, &description_, style)) {}
+    ~OpenedFile() {
+        if (*this) {
+            _lclose(file_);
+        }
+    }
+    OpenedFile(const OpenedFile&) = delete;
+    OpenedFile& operator=(const OpenedFile&) = delete;
+
+    explicit operator bool() const { return file_ != HFILE_ERROR; }
+
+    // The bytes behind the head; below 0 when there is no whole head, or when they cannot be
+    // counted, as those of a pipe.
+    LONG PayloadBytes() const {
+        const LONG bytes = _llseek(file_, 0, FILE_END);
+        return _llseek(file_, 0, FILE_BEGIN) == 0 ? bytes - static_cast<LONG>(kHeadBytes) : -1;
+    }
+    bool Read(u8* bytes, u32 count) const { return _lread(file_, bytes, count) == count; }
+    void Write(const u8* bytes, u32 count) const {
+        _lwrite(file_, reinterpret_cast<const char*>(bytes), count);
+    }
+
+private:
+    OFSTRUCT description_;
+    HFILE file_;
 };
-using Stream = std::unique_ptr<std::FILE, CloseStream>;
 
 u16 ReadWord(const Head& head, std::size_t at) {
     return static_cast<u16>(head[at] | head[at + 1] << 8);
@@ -35,57 +58,41 @@ void StoreLong(Head& head, std::size_t at, u32 value) {
     StoreWord(head, at + 2, value >> 16);
 }
 
-// The size of an ordinary file; 0 for anything else, a pipe among them, which must not be opened.
-u64 OrdinaryFileBytes(const char* path) {
-    std::error_code failure;
-    if (!std::filesystem::is_regular_file(path, failure)) {
-        return 0;
-    }
-    const auto bytes = std::filesystem::file_size(path, failure);
-    return failure ? 0 : bytes;
-}
-
 } // namespace
 
 u32 ReadParamFile(const char* path, u32 magic) {
-    const u64 fileBytes = OrdinaryFileBytes(path);
-    const Stream stream(fileBytes < kHeadBytes ? nullptr : std::fopen(path, "rb"));
+    const OpenedFile stream(path, OF_READ);
+    const LONG held = stream ? stream.PayloadBytes() : -1;
     Head head;
-    if (!stream || std::fread(head.data(), 1, kHeadBytes, stream.get()) != kHeadBytes) {
+    if (held < 0 || !stream.Read(head.data(), kHeadBytes)) {
         return 0;
     }
     const ParamFile file = {ReadLong(head, 0), ReadWord(head, 4), ReadWord(head, 6),
                             ReadWord(head, 8), ReadLong(head, 10)};
-    if (file.magic != magic || fileBytes - kHeadBytes < file.payloadSize) {
+    if (file.magic != magic || file.payloadSize > static_cast<u32>(held)) {
         return 0;
     }
-    const u32 kept = std::min(file.payloadSize, kLargestKeptPayload);
-    OwnedBlock block(AllocateBlock(sizeof(ParamFile) + kept));
+    OwnedBlock block(AllocateBlock(sizeof(ParamFile) + u64{file.payloadSize}));
     const BlockLock lock(block.Handle());
-    if (!lock || std::fread(lock.Bytes() + sizeof(ParamFile), 1, kept, stream.get()) != kept) {
+    if (!lock || !stream.Read(lock.Bytes() + sizeof(ParamFile), file.payloadSize)) {
         return 0;
     }
     *reinterpret_cast<ParamFile*>(lock.Bytes()) = file;
     return block.HandOver();
 }
 
-u8 WriteParamFile(const char* path, u32 payload, u32 magic, u16 fileWord1, u16 fileWord2,
-                  u16 fileWord3, u32 payloadSize) {
-    const BlockLock lock(payload);
-    if (payloadSize > BlockSize(payload) || (payloadSize > 0 && !lock)) {
-        return 0;
-    }
-    const Stream stream(std::fopen(path, "wb"));
+u8 WriteParamFile(const char* path, const ParamFile& file, std::span<const u8> payload) {
+    const OpenedFile stream(path, OF_CREATE | OF_READWRITE);
     if (!stream) {
         return 0;
     }
     Head head = {};
-    StoreLong(head, 0, magic);
-    StoreWord(head, 4, fileWord1);
-    StoreWord(head, 6, fileWord2);
-    StoreWord(head, 8, fileWord3);
-    StoreLong(head, 10, payloadSize);
-    std::fwrite(head.data(), 1, kHeadBytes, stream.get());
-    std::fwrite(lock.Bytes(), 1, payloadSize, stream.get());
+    StoreLong(head, 0, file.magic);
+    StoreWord(head, 4, file.fileWord1);
+    StoreWord(head, 6, file.fileWord2);
+    StoreWord(head, 8, file.fileWord3);
+    StoreLong(head, 10, file.payloadSize);
+    stream.Write(head.data(), kHeadBytes);
+    stream.Write(payload.data(), static_cast<u32>(payload.size()));
     return 1;
 }

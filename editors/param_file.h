@@ -3,10 +3,12 @@
 
 #include "engine/block.h"
 
+#include <span>
+
 constexpr u32 kCurveFileMagic = 0x43435552;  // "RUCC"
 constexpr u32 kFilterFileMagic = 0x43554446; // "FDUC"
 
-// The head of a block that ReadParamFile gives; the payload stands right behind it.
+// The head of a file. In a block that ReadParamFile gives the payload stands right behind it.
 struct ParamFile {
     u32 magic;
     u16 fileWord1; // curve: entries; filter: columns
@@ -15,14 +17,28 @@ struct ParamFile {
     u32 payloadSize;
 };
 
-// No reader wants more of a payload than this; a block holds at most so much of it.
-constexpr u32 kLargestKeptPayload = 0x10000;
-
-// Gives a block that the caller frees, or 0: a file that cannot be read or is no ordinary one,
-// another magic number, a file that ends before its payload does, no memory.
+// Gives a block that the caller frees, or 0: a file that cannot be read, another magic number, a
+// file that ends before its payload does, no memory. Memory is taken for no more than the file has.
 u32 ReadParamFile(const char* path, u32 magic);
 
-// Creates or overwrites the file with the first `payloadSize` bytes of the block `payload`. Gives
-// 1, or 0 when the file cannot be created or the block is smaller. A write that fails is silent.
-u8 WriteParamFile(const char* path, u32 payload, u32 magic, u16 fileWord1, u16 fileWord2,
-                  u16 fileWord3, u32 payloadSize);
+// Creates or overwrites the file. Gives 1, or 0 when it cannot be created. A write that fails is
+// silent.
+u8 WriteParamFile(const char* path, const ParamFile& head, std::span<const u8> payload);
+
+// A block of ReadParamFile, locked; freed at the end of the scope.
+class OpenParamFile {
+public:
+    OpenParamFile(const char* path, u32 magic)
+        : block_(ReadParamFile(path, magic)), lock_(block_.Handle()) {}
+
+    // False when there is no such file.
+    explicit operator bool() const { return static_cast<bool>(lock_); }
+    const ParamFile& Head() const { return *reinterpret_cast<const ParamFile*>(lock_.Bytes()); }
+    std::span<const u8> Payload() const {
+        return {lock_.Bytes() + sizeof(ParamFile), Head().payloadSize};
+    }
+
+private:
+    OwnedBlock block_;
+    BlockLock lock_;
+};

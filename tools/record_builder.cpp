@@ -1,6 +1,7 @@
 #include "tools/record_builder.h"
 
-#include "editors/editor_files.h"
+#include "editors/curve_file.h"
+#include "editors/filter_file.h"
 #include "tools/words.h"
 
 #include <algorithm>
@@ -79,11 +80,17 @@ bool TakeCurveFile(const EffectDescription& effect, const Assignment& assignment
 }
 
 bool TakeFilterFile(const Assignment& assignment, Record& record) {
-    UserFilterParams params;
-    std::memcpy(&params, record.data(), sizeof params);
-    if (!ReadFilterFile(assignment.value.c_str(), params)) {
+    const auto file = ReadFilterFile(assignment.value.c_str());
+    if (!file) {
         return false;
     }
+    UserFilterParams params;
+    std::memcpy(&params, record.data(), sizeof params);
+    std::ranges::transform(file->cells, params.cells, params.cells,
+                           [](auto cell, i32 before) { return cell.value_or(before); });
+    params.scale = file->scale.value_or(params.scale);
+    params.bias = file->bias.value_or(params.bias);
+    params.symmetry = file->symmetry.value_or(params.symmetry);
     std::memcpy(record.data(), &params, sizeof params);
     return true;
 }

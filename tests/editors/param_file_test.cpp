@@ -1,39 +1,14 @@
-#include "editors/editor_files.h"
 #include "editors/param_file.h"
 
+#include "editors/curve_file.h"
+#include "editors/filter_file.h"
+#include "tests/editors/file_bytes.h"
 #include "tests/pictures/scratch.h"
 
 #include <numeric>
 #include <sys/stat.h>
 
 namespace {
-
-void Append(std::vector<u8>& bytes, u32 value, int count) {
-    for (int i = 0; i < count; ++i) {
-        bytes.push_back(static_cast<u8>(value >> (8 * i)));
-    }
-}
-
-std::vector<u8> FileBytes(u32 magic, u16 word1, u16 word2, u16 word3, u32 payloadSize,
-                          const std::vector<u8>& payload) {
-    std::vector<u8> bytes;
-    Append(bytes, magic, 4);
-    for (const u16 word : {word1, word2, word3}) {
-        Append(bytes, word, 2);
-    }
-    Append(bytes, payloadSize, 4);
-    Append(bytes, 0, 4);
-    bytes.insert(bytes.end(), payload.begin(), payload.end());
-    return bytes;
-}
-
-std::vector<u8> Words(const std::vector<i32>& values) {
-    std::vector<u8> bytes;
-    for (const i32 value : values) {
-        Append(bytes, static_cast<u32>(value), 2);
-    }
-    return bytes;
-}
 
 class ParamFileTest : public PictureTest {
 protected:
@@ -42,28 +17,32 @@ protected:
     }
 };
 
-TEST_F(ParamFileTest, WritesTheHeadAndThePayloadByteForByte) {
-    std::vector<u8> curve(256);
-    std::iota(curve.begin(), curve.end(), u8{0});
-    const OwnedBlock payload = MakeBlock(curve);
-    ASSERT_EQ(
-        WriteParamFile(Path("a.mmc").c_str(), payload.Handle(), kCurveFileMagic, 256, 3, 8, 256),
-        1);
+TEST_F(ParamFileTest, GoesRoundByteForByte) {
+    MagicMirrorParams mirror = {3, {}};
+    std::iota(std::begin(mirror.curve), std::end(mirror.curve), u8{0});
+    ASSERT_TRUE(WriteCurveFile(Path("a.mmc").c_str(), mirror));
+    const std::vector<u8> curve(std::begin(mirror.curve), std::end(mirror.curve));
     EXPECT_EQ(Bytes("a.mmc"), FileBytes(0x43435552, 256, 3, 8, 256, curve));
+    EXPECT_EQ(Bytes("a.mmc").size(), 274u);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(Bytes("a.mmc").data()), 4), "RUCC");
 
-    const OwnedBlock block(ReadParamFile(Path("a.mmc").c_str(), kCurveFileMagic));
-    const std::vector<u8> bytes = BytesOf(block.Handle());
-    ASSERT_EQ(bytes.size(), sizeof(ParamFile) + 256);
-    EXPECT_TRUE(std::equal(curve.begin(), curve.end(), bytes.begin() + sizeof(ParamFile)));
+    UserFilterParams filter = {-3, 300, 2, {}};
+    std::iota(std::begin(filter.cells), std::end(filter.cells), -12);
+    filter.cells[7] = 32768;
+    filter.cells[8] = -32769;
+    ASSERT_TRUE(WriteFilterFile(Path("a.udf").c_str(), filter));
+    std::vector<i32> values(std::begin(filter.cells), std::end(filter.cells));
+    values.insert(values.end(), {-3, 300, 2});
+    EXPECT_EQ(Bytes("a.udf"), FileBytes(0x43554446, 5, 5, 16, 56, Words(values)));
+    EXPECT_EQ(Bytes("a.udf").size(), 74u);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(Bytes("a.udf").data()), 4), "FDUC");
 }
 
 TEST_F(ParamFileTest, IsNotWrittenWhereThatCannotBe) {
-    const OwnedBlock payload = MakeBlock({1, 2, 3});
-    EXPECT_EQ(WriteParamFile(Path("no/a").c_str(), payload.Handle(), 1, 0, 0, 0, 3), 0);
-    EXPECT_EQ(WriteParamFile(Path("a").c_str(), payload.Handle(), 1, 0, 0, 0, 4), 0);
-    EXPECT_EQ(WriteParamFile(Path("a").c_str(), 0, 1, 0, 0, 0, 1), 0);
+    EXPECT_FALSE(WriteCurveFile(Path("no/a").c_str(), {}));
+    EXPECT_FALSE(WriteFilterFile(Path("").c_str(), {}));
     EXPECT_TRUE(Names().empty());
+    EXPECT_TRUE(WriteCurveFile("/dev/full", {})) << "a full disk is silent";
 }
 
 TEST_F(ParamFileTest, IsRefusedWhenItIsShortOrOfAnotherKind) {
@@ -81,11 +60,13 @@ TEST_F(ParamFileTest, IsRefusedWhenItIsShortOrOfAnotherKind) {
     EXPECT_EQ(ReadParamFile(Path("pipe").c_str(), kCurveFileMagic), 0u);
 }
 
-TEST_F(ParamFileTest, KeepsOnlyTheBeginningOfAHugePayload) {
+// Such a file is longer than a block can be counted; nothing of it is read.
+TEST_F(ParamFileTest, IsRefusedWhenItsPayloadIsHuge) {
     Put("huge", FileBytes(kCurveFileMagic, 256, 1, 8, UINT32_MAX, {7, 8, 9}));
     std::filesystem::resize_file(Path("huge"), 18 + u64{UINT32_MAX});
-    const OwnedBlock block(ReadParamFile(Path("huge").c_str(), kCurveFileMagic));
-    EXPECT_EQ(BlockSize(block.Handle()), sizeof(ParamFile) + kLargestKeptPayload);
+    FailAllocation(1);
+    EXPECT_EQ(ReadParamFile(Path("huge").c_str(), kCurveFileMagic), 0u);
+    EXPECT_EQ(AllocationCount(), 0u);
 }
 
 TEST_F(ParamFileTest, GivesNothingWhenMemoryIsShort) {
@@ -114,31 +95,31 @@ TEST_F(ParamFileTest, FillsACurveAsFarAsItGoes) {
     EXPECT_EQ(untouched.mapping, 9);
 }
 
-TEST_F(ParamFileTest, FillsAFilterAsFarAsItGoes) {
-    UserFilterParams params = {};
+TEST_F(ParamFileTest, GivesAsMuchOfAFilterAsItHolds) {
     std::vector<i32> values(25);
     std::iota(values.begin(), values.end(), -12);
     values.insert(values.end(), {-3, 300, 2});
-    Put("f", FileBytes(kFilterFileMagic, 5, 5, 16, 56, Words(values)));
-    ASSERT_TRUE(ReadFilterFile(Path("f").c_str(), params));
-    EXPECT_EQ(params.cells[0], -12);
-    EXPECT_EQ(params.cells[24], 12);
-    EXPECT_EQ(params.scale, -3);
-    EXPECT_EQ(params.bias, 300);
-    EXPECT_EQ(params.symmetry, 2);
+    const std::string path = Put("f", FileBytes(kFilterFileMagic, 5, 5, 16, 56, Words(values)));
+    auto file = ReadFilterFile(path.c_str());
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->cells[0], i16{-12});
+    EXPECT_EQ(file->cells[24], i16{12});
+    EXPECT_EQ(file->scale, i16{-3});
+    EXPECT_EQ(file->bias, i16{300});
+    EXPECT_EQ(file->symmetry, i16{2});
 
     // Three columns and two rows, and the payload ends within the bias.
     std::vector<u8> payload = Words({1, 2, 3, 4, 5, 6, 7});
     payload.push_back(8);
     Put("f", FileBytes(kFilterFileMagic, 3, 2, 16, 15, payload));
-    params = {};
-    params.bias = 99;
-    ASSERT_TRUE(ReadFilterFile(Path("f").c_str(), params));
-    EXPECT_EQ(params.cells[2], 3);
-    EXPECT_EQ(params.cells[3], 0);
-    EXPECT_EQ(params.cells[5], 4);
-    EXPECT_EQ(params.scale, 7);
-    EXPECT_EQ(params.bias, 99);
+    file = ReadFilterFile(path.c_str());
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->cells[2], i16{3});
+    EXPECT_EQ(file->cells[3], std::nullopt);
+    EXPECT_EQ(file->cells[5], i16{4});
+    EXPECT_EQ(file->scale, i16{7});
+    EXPECT_EQ(file->bias, std::nullopt);
+    EXPECT_EQ(file->symmetry, std::nullopt);
 }
 
 } // namespace
