@@ -17,15 +17,10 @@ void* ContextOf(HWND window) {
     return reinterpret_cast<void*>(GetWindowLongPtrA(window, GWLP_USERDATA));
 }
 
-// Tells the After pane that its record has changed. The pane takes it up at its next timer tick, so
-// this may run at every step of a moved bar.
 void RefreshAfter(const DialogKind& kind, HWND window, void* context) {
-    const HWND after = GetDlgItem(window, IDC_AFTER);
-    if (after == nullptr) {
-        return;
+    if (GetDlgItem(window, IDC_AFTER) != nullptr) {
+        ShowInAfterPane(window, kind.rebuildRecord(window, context));
     }
-    void* record = kind.rebuildRecord(window, context);
-    SendMessageA(after, kParamsChangedMessage, 0, reinterpret_cast<LPARAM>(record));
 }
 
 void EnableRadios(HWND window, int first, int last, BOOL enable) {
@@ -133,11 +128,12 @@ bool IsRadio(const DialogKind& kind, int id) {
 }
 
 // A command of another control than OK and Cancel. Gives whether the After pane is to follow.
-bool CarryOut(const DialogKind& kind, HWND window, void* context, int id) {
-    return IsRadio(kind, id) || (kind.command != nullptr && kind.command(window, context, id));
+bool CarryOut(const DialogKind& kind, HWND window, void* context, int id, UINT code) {
+    return IsRadio(kind, id) ||
+           (kind.command != nullptr && kind.command(window, context, id, code));
 }
 
-void Command(const DialogKind& kind, HWND window, void* context, int id) {
+void Command(const DialogKind& kind, HWND window, void* context, int id, UINT code) {
     if ((id == IDOK || id == IDCANCEL) && PassToBrowser(window, id)) {
         return;
     }
@@ -147,7 +143,7 @@ void Command(const DialogKind& kind, HWND window, void* context, int id) {
         kind.rebuildRecord(window, context);
         FinishEmbedded(window);
         EndDialog(window, kind.acceptedResult(window, context));
-    } else if (context != nullptr && CarryOut(kind, window, context, id)) {
+    } else if (context != nullptr && CarryOut(kind, window, context, id, code)) {
         FollowChange(kind, window, context);
     }
 }
@@ -166,7 +162,7 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
         }
         return TRUE;
     case WM_COMMAND:
-        Command(kind, window, ContextOf(window), LOWORD(wParam));
+        Command(kind, window, ContextOf(window), LOWORD(wParam), HIWORD(wParam));
         return TRUE;
     default:
         return kind.otherMessage == nullptr
@@ -178,6 +174,11 @@ INT_PTR RunDialogProcedure(const DialogKind& kind, HWND window, UINT message, WP
 INT_PTR RunDialogModally(const DialogKind& kind, DLGPROC procedure, HWND parent, void* context) {
     return DialogBoxParamA(moduleInstance, MAKEINTRESOURCEA(kind.dialog), parent, procedure,
                            reinterpret_cast<LPARAM>(context));
+}
+
+void ShowInAfterPane(HWND window, void* record) {
+    SendDlgItemMessageA(window, IDC_AFTER, kParamsChangedMessage, 0,
+                        reinterpret_cast<LPARAM>(record));
 }
 
 int CheckedRadio(HWND window, const RadioGroup& group) {

@@ -60,8 +60,9 @@ struct DialogKind {
     bool (*openControls)(HWND window, void* context) = nullptr;
     // Carries a WM_HSCROLL message out in its own way; otherwise as FollowScrollBar.
     bool (*followScrollBar)(HWND window, void* context, WPARAM wParam, LPARAM lParam) = nullptr;
-    // A command that is neither OK, Cancel nor a radio. Gives whether the After pane is to follow.
-    bool (*command)(HWND window, void* context, int id) = nullptr;
+    // A command that is neither OK, Cancel nor a radio, with its notification code. Gives whether
+    // the After pane is to follow.
+    bool (*command)(HWND window, void* context, int id, UINT code) = nullptr;
     // What follows a change when the After pane has been told of it.
     void (*changed)(HWND window, void* context) = nullptr;
     // Any other message; there may be no context yet.
@@ -85,6 +86,10 @@ template <const DialogKind& kind>
 INT_PTR RunDialog(HWND parent, void* context) {
     return RunDialogModally(kind, DialogProcedure<kind>, parent, context);
 }
+
+// Tells the After pane that the record at an address has changed. The pane takes it up at its next
+// timer tick, so this may run at every step of a moved bar.
+void ShowInAfterPane(HWND window, void* record);
 
 // The index of the first checked radio of a group; -1 when none is.
 int CheckedRadio(HWND window, const RadioGroup& group);

@@ -58,7 +58,7 @@ bool OpenGrid(HWND window, void*) {
 }
 
 template <DirectionCells& cells, class Params>
-bool ChooseDirection(HWND window, void* context, int id) {
+bool ChooseDirection(HWND window, void* context, int id, UINT) {
     if (id < IDC_FIRST_DIRECTION || id > IDC_LAST_DIRECTION) {
         return false;
     }

@@ -90,7 +90,7 @@ bool FollowMosaicBar(HWND window, void* context, WPARAM wParam, LPARAM lParam) {
 }
 
 // Coupling brings the height to the width. The After pane catches up with the next moved bar.
-bool ToggleSquare(HWND window, void* context, int id) {
+bool ToggleSquare(HWND window, void* context, int id, UINT) {
     if (id == IDC_SQUARE) {
         MosaicContext& mosaic = *static_cast<MosaicContext*>(context);
         mosaic.square = !mosaic.square;

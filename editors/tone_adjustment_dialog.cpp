@@ -112,7 +112,7 @@ void FindEndPoints(HWND window, const CountTable& counts) {
 }
 
 // The bars' own messages tell the After pane.
-bool Command(HWND window, void* context, int id) {
+bool Command(HWND window, void* context, int id, UINT) {
     if (id == IDC_AUTO) {
         FindEndPoints(window, ContextIn(context).histogram.channels[CheckedChannel(window)]);
     }
