@@ -2,6 +2,7 @@
 #include "platform/qt/grab.h"
 #include "resources/module.h"
 #include "tests/dialogs/dialog_driver.h"
+#include "tests/platform/qt/drive.h"
 
 namespace {
 
@@ -96,6 +97,28 @@ TEST_F(DirectionGrids, MarkTheCellOfTheLastOkUntilAnotherIsChosen) {
             accept ? PressOk(dialog) : PressCancel(dialog);
         });
     }
+}
+
+TEST_F(DirectionGrids, CanBeWorkedWithTheKeyboardAlone) {
+    CallerBuffer buffer;
+    const i32 result = RunEffectDialog(54, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
+        // From the marked cell, the last, back by an arrow key and then by Tab.
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Space}) {
+            TypeKey(key);
+        }
+        ExpectMarked(dialog, 4207);
+        TypeKey(Qt::Key_Tab, Qt::ShiftModifier);
+        TypeKey(Qt::Key_Space);
+        ExpectMarked(dialog, 4206);
+        // On to the modes and the bar.
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab,
+                                  Qt::Key_Right, Qt::Key_Right}) {
+            TypeKey(key);
+        }
+        EXPECT_EQ(buffer.First(4), (std::vector<i32>{6, 4, 4, 0}));
+        TypeKey(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, 0);
 }
 
 } // namespace
