@@ -157,11 +157,11 @@ BarTable MakeBars(const CountTable& counts, i32 height) {
     }
     const std::span<const u32> entries(counts.Entries(), kTones);
     const auto frequent = std::ranges::count_if(entries, [](u32 count) { return count > kRare; });
-    const auto spread = static_cast<double>((1 + frequent) * 100 / 256 + 1);
+    const i64 spread = (1 + frequent) * 100 / 256 + 1;
     const auto total = static_cast<double>(std::accumulate(entries.begin(), entries.end(), u64{1}));
     for (std::size_t tone = 0; tone < kTones; ++tone) {
-        const double length =
-            std::trunc(counts[tone] * static_cast<double>(height) * spread / total);
+        const double length = std::trunc(counts[tone] * static_cast<double>(height) *
+                                         static_cast<double>(spread) / total);
         bars[tone] = static_cast<u16>(std::max(height + 1 - length, kTopMargin));
     }
     return bars;
