@@ -48,8 +48,8 @@ constexpr RowKey KeyOf(const ScrollBarRow& row) {
 static_assert(std::ranges::is_sorted(kScrollBarTable, std::ranges::less(), KeyOf));
 
 std::span<const ScrollBarRow> RowsWith(const RowKey& key) {
-    const auto [first, last] =
-        std::ranges::equal_range(kScrollBarTable, key, std::ranges::less(), KeyOf);
+    const auto* first = std::ranges::lower_bound(kScrollBarTable, key, std::ranges::less(), KeyOf);
+    const auto* last = std::ranges::upper_bound(kScrollBarTable, key, std::ranges::less(), KeyOf);
     return {first, last};
 }
 
