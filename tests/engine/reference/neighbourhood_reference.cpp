@@ -76,10 +76,11 @@ bool Average(ReferenceRun& run, const SquareSizeParams& params) {
 
 std::vector<i32> GaussianWeights(i32 size) {
     constexpr i32 kOne = 1048576;
+    const i32 half = size / 2;
     std::vector<double> raw;
     double sum = 0;
     for (i32 t = 0; t < size; ++t) {
-        const double u = std::abs(t - size / 2) / static_cast<double>(size / 2);
+        const double u = std::abs(t - half) / static_cast<double>(half);
         raw.push_back(std::pow(2.7182818, u * u * -2.0));
         sum += raw.back();
     }
