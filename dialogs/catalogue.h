@@ -12,6 +12,7 @@ enum class RecordWritten {
     AtOk,     // once, after OK
     Live,     // the buffer is the dialog's working record: defaults at opening, then every change
     AsResult, // the first word once, after OK: it is what the dialog ends with
+    AtOpeningAndOk, // the defaults at opening, the whole at OK
 };
 
 struct EffectRow {
@@ -33,6 +34,7 @@ inline constexpr EffectRow kEffectCatalogue[] = {
     {20, "Maximum or Minimum", 4353, sizeof(RankFilterParams), RecordWritten::AtOk},
     {21, "Median", 4353, sizeof(SquareSizeParams), RecordWritten::AtOk},
     {22, "Find Contour", 4349, sizeof(FindContourParams), RecordWritten::Live},
+    {25, "User's Filter", 4346, sizeof(UserFilterParams), RecordWritten::AtOpeningAndOk},
     {32, "Sketch", 4347, sizeof(SketchParams), RecordWritten::AtOk},
     {33, "Auto Enhance", 4356, sizeof(IntensityParams), RecordWritten::AsResult},
     {34, "Film Grain", 4356, sizeof(IntensityParams), RecordWritten::AsResult},
@@ -50,6 +52,7 @@ inline constexpr EffectRow kEffectCatalogue[] = {
     {52, "Mosaic", 4343, sizeof(MosaicParams), RecordWritten::Live},
     {53, "Motion Blur", 4351, sizeof(MotionBlurParams), RecordWritten::Live},
     {54, "Emboss", 4350, sizeof(EmbossParams), RecordWritten::Live},
+    {56, "Magic Mirror", 4358, sizeof(MagicMirrorParams), RecordWritten::Live},
     {65, "Ribbon", 4357, sizeof(RibbonParams), RecordWritten::AtOk},
     {67, "Tone Adjustment", 4359, sizeof(ToneAdjustmentParams), RecordWritten::AtOk},
 };

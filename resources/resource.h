@@ -40,6 +40,7 @@
 #define IDD_MOSAIC 4343
 #define IDD_COLOR_REDUCTION 4344
 #define IDD_THRESHOLD 4345
+#define IDD_USERS_FILTER 4346
 #define IDD_SKETCH 4347
 #define IDD_FIND_CONTOUR 4349
 #define IDD_EMBOSS 4350
@@ -48,6 +49,7 @@
 #define IDD_SQUARE_SIZE 4353
 #define IDD_INTENSITY 4356
 #define IDD_RIBBON 4357
+#define IDD_MAGIC_MIRROR 4358
 #define IDD_TONE_ADJUSTMENT 4359
 #define IDD_UNSHARP_MASK 4360
 #define IDD_EFFECT_BROWSER 4386
@@ -56,6 +58,7 @@
 #define IDB_FIRST_DIRECTION 4362
 
 // Cursors.
+#define IDR_PENCIL 4370
 #define IDR_OPEN_HAND 4387
 
 // Controls of every dialog, besides OK (1) and Cancel (2).
@@ -126,6 +129,30 @@
 #define IDC_SQUARE 4275
 #define IDC_CRAYON 4290
 #define IDC_PENCIL 4291
+
+// User's Filter: cells row by row, the other fields, the symmetries and the buttons.
+#define IDC_FIRST_CELL 4237
+#define IDC_FILTER_SCALE 4281
+#define IDC_FILTER_BIAS 4282
+#define IDC_SYMMETRY_NONE 4283
+#define IDC_SYMMETRY_HORIZONTAL 4284
+#define IDC_SYMMETRY_VERTICAL 4285
+#define IDC_SYMMETRY_FOUR_WAY 4286
+#define IDC_LOAD_FILTER 4287
+#define IDC_SAVE_FILTER 4288
+#define IDC_RESET_FILTER 4289
+
+// Magic Mirror: the curve, the mappings, the name of the horizontal axis, presets and buttons.
+#define IDC_CURVE 4298
+#define IDC_MAPPING_HORIZONTAL 4299
+#define IDC_MAPPING_VERTICAL 4300
+#define IDC_MAPPING_RADIAL 4301
+#define IDC_MAPPING_ANGULAR 4302
+#define IDC_CURVE_AXIS 4303
+#define IDC_CURVE_PRESET 4304
+#define IDC_OPERATE 4305
+#define IDC_LOAD_CURVE 4306
+#define IDC_SAVE_CURVE 4307
 
 // The effect browser.
 #define IDC_EFFECT_LABEL 4501

@@ -13,18 +13,22 @@ namespace {
 
 using DialogFrame = DialogTest;
 
-// Moves the first bar of a dialog, or clicks the second radio where there is none.
+// Moves the first bar of a dialog; where there is none, types into a field or clicks a radio.
 void ChangeSomething(HWND dialog, const EffectRow& row) {
     constexpr int kGridMedium = 4216;
+    constexpr int kFirstCell = 4237;
+    constexpr int kVertical = 4300;
     const auto bars = ScrollBarsOf(row.dialog, row.id);
-    if (bars.empty()) {
-        Click(dialog, kGridMedium);
+    if (row.id == 25) {
+        SetDlgItemInt(dialog, kFirstCell, 5, TRUE);
+    } else if (bars.empty()) {
+        Click(dialog, row.id == 51 ? kGridMedium : kVertical);
     } else {
         Scroll(dialog, bars.front().bar, SB_PAGEDOWN);
     }
 }
 
-// The buffer while the dialog runs and after it, for the three ways in which a record goes back.
+// The buffer while the dialog runs and after it, for the four ways in which a record goes back.
 TEST_F(DialogFrame, WritesTheCallersBufferAtOkOrLiveAndNeverBeyondTheRecord) {
     for (const EffectRow& row : EffectCatalogue()) {
         for (const bool accept : {false, true}) {
@@ -33,13 +37,16 @@ TEST_F(DialogFrame, WritesTheCallersBufferAtOkOrLiveAndNeverBeyondTheRecord) {
             const std::size_t words = row.recordBytes / sizeof(i32);
             CallerBuffer buffer;
             std::vector<i32> announced;
+            std::vector<i32> unchanged(words, kUntouched);
             const auto expectBuffer = [&](HWND dialog) {
                 announced = AnnouncedRecord(dialog, words);
-                EXPECT_EQ(buffer.First(words),
-                          live ? announced : std::vector<i32>(words, kUntouched));
+                EXPECT_EQ(buffer.First(words), live ? announced : unchanged);
             };
             const i32 result =
                 RunEffectDialog(row.id, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
+                    if (row.written == RecordWritten::AtOpeningAndOk) {
+                        unchanged = AnnouncedRecord(dialog, words);
+                    }
                     expectBuffer(dialog);
                     const std::vector<i32> atOpening = announced;
                     ChangeSomething(dialog, row);
@@ -48,7 +55,7 @@ TEST_F(DialogFrame, WritesTheCallersBufferAtOkOrLiveAndNeverBeyondTheRecord) {
                     accept ? PressOk(dialog) : PressCancel(dialog);
                 });
             EXPECT_EQ(result, accept ? 1 : 0);
-            EXPECT_EQ(buffer.words[0], live || accept ? announced[0] : kUntouched);
+            EXPECT_EQ(buffer.words[0], live || accept ? announced[0] : unchanged[0]);
             EXPECT_EQ(buffer.words[words], kUntouched) << "written beyond the record";
         }
     }
