@@ -1,16 +1,19 @@
 #include "host/effect_offers.h"
 
 #include "dialogs/catalogue.h"
+#include "tools/effect_table.h"
 
 #include <QMenu>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <vector>
+#include <zq/params.h>
 
 namespace {
 
 constexpr EffectId kMaximumOrMinimum = 20;
-constexpr const char* kOtherFamily = "&Other";
 
 struct Family {
     const char* name;
@@ -19,36 +22,30 @@ struct Family {
 
 std::vector<Family> Families() {
     return {
-        {"&Colour", {1, 2, 4, 7, 33, 67}},
-        {"&Blur, Sharpen and Edges", {8, 17, 18, 20, 21, 22, 25}},
-        {"&Artistic", {32, 34, 35, 36, 37, 38, 39, 40}},
-        {"&Distortion", {41, 48, 49, 50, 56, 65}},
+        {"&Colour", {1, 2, 3, 4, 5, 6, 7, 23, 24, 33, 67, 70}},
+        {"&Blur, Sharpen and Edges", {8, 9, 16, 17, 18, 19, 20, 21, 22, 25}},
+        {"&Artistic", {32, 34, 35, 36, 37, 38, 39, 40, 68}},
+        {"&Distortion", {41, 48, 49, 50, 55, 56, 57, 64, 65, 66}},
         {"&Relief and Motion", {51, 52, 53, 54}},
-        {kOtherFamily, {}},
     };
 }
 
-bool Belongs(const EffectRow& row, const Family& family, const std::vector<Family>& families) {
-    const auto holds = [&](const Family& each) {
-        return std::ranges::find(each.effects, row.id) != each.effects.end();
-    };
-    return family.name == kOtherFamily ? std::ranges::none_of(families, holds) : holds(family);
+void AddOffers(EffectId id, const char* family, std::vector<EffectOffer>& offers) {
+    const EffectRow* dialog = FindEffectRow(id);
+    if (id == kMaximumOrMinimum) {
+        offers.push_back({id, "Maximum", family, dialog != nullptr, 1});
+        offers.push_back({id, "Minimum", family, dialog != nullptr, 0});
+    } else {
+        const char* name = dialog != nullptr ? dialog->title : FindEffect(id)->title;
+        offers.push_back({id, name, family, dialog != nullptr, 0});
+    }
 }
 
 std::vector<EffectOffer> MakeOffers() {
     std::vector<EffectOffer> offers;
-    const std::vector<Family> families = Families();
-    for (const Family& family : families) {
-        for (const EffectRow& row : EffectCatalogue()) {
-            if (!Belongs(row, family, families)) {
-                continue;
-            }
-            if (row.id == kMaximumOrMinimum) {
-                offers.push_back({row.id, "Maximum", family.name, 1});
-                offers.push_back({row.id, "Minimum", family.name, 0});
-            } else {
-                offers.push_back({row.id, row.title, family.name, 0});
-            }
+    for (const Family& family : Families()) {
+        for (const EffectId id : family.effects) {
+            AddOffers(id, family.name, offers);
         }
     }
     return offers;
@@ -78,6 +75,20 @@ const EffectOffer* FindEffectOffer(EffectId id) {
     return found == EffectOffers().end() ? nullptr : &*found;
 }
 
+EffectRecord DefaultRecord(const EffectOffer& offer) {
+    static_assert(sizeof(EffectRecord) >= sizeof(MagicMirrorParams));
+    EffectRecord record = {};
+    const EffectDescription& effect = *FindEffect(offer.id);
+    if (effect.defaults != nullptr) {
+        std::memcpy(record.data(), effect.defaults, std::min(effect.recordBytes, record.size()));
+    }
+    if (offer.id == kMaximumOrMinimum) {
+        std::memcpy(record.data() + offsetof(RankFilterParams, takeMaximum), &offer.takeMaximum,
+                    sizeof(offer.takeMaximum));
+    }
+    return record;
+}
+
 void AddEffectMenus(QMenu& menu, const std::function<void(const EffectOffer&)>& choose) {
     QMenu* family = nullptr;
     const char* familyName = nullptr;
@@ -88,7 +99,8 @@ void AddEffectMenus(QMenu& menu, const std::function<void(const EffectOffer&)>& 
             family = menu.addMenu(QString::fromLatin1(familyName));
             taken.clear();
         }
-        family->addAction(WithMnemonic(QString::fromLatin1(offer.name), taken) + "...",
+        const char* more = offer.hasDialog ? "..." : "";
+        family->addAction(WithMnemonic(QString::fromLatin1(offer.name), taken) + more,
                           [choose, &offer] { choose(offer); });
     }
 }

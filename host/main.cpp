@@ -61,8 +61,7 @@ int Run(QApplication& application, const HostOptions& options) {
         return MakeShots(window, QFile::decodeName(options.shots.c_str()), options.effect) ? 0 : 1;
     }
     if (options.effect != 0) {
-        QTimer::singleShot(0, &window,
-                           [&] { window.RunEffectDialog(*FindEffectOffer(options.effect)); });
+        QTimer::singleShot(0, &window, [&] { window.RunOffer(*FindEffectOffer(options.effect)); });
     }
     return application.exec();
 }

@@ -2,6 +2,7 @@
 
 #include "host/dib_image.h"
 #include "host/picture_view.h"
+#include "host/run_progress.h"
 #include "pictures/layer_files.h"
 
 #include <zq/zqui.h>
@@ -72,7 +73,7 @@ void MainWindow::MakeEffectMenu() {
     QMenu* menu = menuBar()->addMenu("Effe&cts");
     menu->addAction("&Effect Browser...", [this] { RunEffectBrowser(); });
     menu->addSeparator();
-    AddEffectMenus(*menu, [this](const EffectOffer& offer) { RunEffectDialog(offer); });
+    AddEffectMenus(*menu, [this](const EffectOffer& offer) { RunOffer(offer); });
     needPicture_ << menu->actions();
 }
 
@@ -99,13 +100,12 @@ void MainWindow::OpenOrExplain(const QString& path) {
     }
 }
 
-void MainWindow::RunEffectDialog(const EffectOffer& offer) {
+void MainWindow::RunOffer(const EffectOffer& offer) {
     if (document_.IsEmpty()) {
         return;
     }
-    EffectRecord record = {};
-    record[offsetof(RankFilterParams, takeMaximum)] = static_cast<u8>(offer.takeMaximum);
-    if (GetZQParam(offer.id, Owner(), document_.Handle(), record.data()) == 1) {
+    EffectRecord record = DefaultRecord(offer);
+    if (!offer.hasDialog || GetZQParam(offer.id, Owner(), document_.Handle(), record.data()) == 1) {
         Apply(offer.id, offer.name, record);
     }
 }
@@ -128,12 +128,15 @@ void* MainWindow::Owner() const {
 
 void MainWindow::Apply(EffectId id, const char* name, const EffectRecord& record) {
     const QString title = QString::fromLatin1(name);
-    if (document_.ApplyEffect(id, record.data())) {
-        statusBar()->showMessage(title + " applied");
+    const RunProgress progress(this, title);
+    const bool changed = document_.ApplyEffect(id, record.data());
+    if (changed) {
         ShowDocument();
-    } else {
-        statusBar()->showMessage(title + " did not change the picture");
     }
+    const char* outcome = changed                ? " applied"
+                          : progress.Cancelled() ? " cancelled"
+                                                 : " did not change the picture";
+    statusBar()->showMessage(title + outcome);
 }
 
 void MainWindow::ChooseAndOpen() {

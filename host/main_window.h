@@ -7,8 +7,6 @@
 
 #include <QMainWindow>
 
-#include <array>
-
 class PictureView;
 class QAction;
 class QLabel;
@@ -24,8 +22,8 @@ public:
     void OpenOrExplain(const QString& path);
 
     // Shows an effect's dialog, or the browser of all, over the picture and applies the record that
-    // comes back.
-    void RunEffectDialog(const EffectOffer& offer);
+    // comes back. An effect without a dialog is applied at once.
+    void RunOffer(const EffectOffer& offer);
     void RunEffectBrowser();
 
 protected:
@@ -34,9 +32,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    // Room for every effect's record.
-    using EffectRecord = std::array<u8, 300>;
-
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeViewMenu();

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <functional>
 #include <strings.h>
+#include <utility>
 
 namespace {
 
@@ -21,6 +22,16 @@ constexpr int kLookEveryMs = 20;
 constexpr int kAfterPaneMs = 1500; // the After pane works once a second
 constexpr int kPatienceMs = 30000;
 constexpr int kPageSteps = 3;
+constexpr int kBrowserList = 4502;
+constexpr int kEmbeddedDialog = 0; // its id in the browser
+
+// The effects that the browser is shown with, by the rows of its list.
+struct BrowserShot {
+    int row;
+    const char* name;
+};
+constexpr BrowserShot kBrowserShots[] = {
+    {0, "brightness-and-contrast"}, {12, "oil-painting"}, {21, "emboss"}};
 
 HWND FindControl(HWND dialog, const char* className, DWORD style, DWORD styleMask) {
     for (int id = kFirstControl; id <= kLastControl; ++id) {
@@ -57,12 +68,21 @@ QString FileNameFor(EffectId id, const char* title) {
     return name + ".png";
 }
 
+// Lets the browser show another effect. Comes back when the browser has ended.
+void ChooseRow(HWND browser, int row) {
+    const HWND list = GetDlgItem(browser, kBrowserList);
+    SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    SendMessageA(browser, WM_COMMAND, MAKEWPARAM(kBrowserList, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+}
+
 // Works the dialog once it is there, and cancels it in the end. Its timer is one of the dialog's
 // world: it rests while a kernel runs, where a timer of Qt's would see half-made dialogs.
 class Photographer {
 public:
-    explicit Photographer(const QString& file)
-        : file_(file), timer_(SetTimer(nullptr, 0, kLookEveryMs, OnTimer)) {
+    // `row` is the one to choose in the browser, -1 for a dialog by itself.
+    Photographer(const QString& file, int row)
+        : file_(file), row_(row), timer_(SetTimer(nullptr, 0, kLookEveryMs, OnTimer)) {
         current = this;
         clock_.start();
     }
@@ -76,6 +96,8 @@ public:
     bool Written() const { return written_; }
 
 private:
+    enum class State { Opening, Choosing, Shown, Done };
+
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
         if (current != nullptr) {
             current->Look();
@@ -83,15 +105,32 @@ private:
     }
 
     void Look() {
-        if (dialog_ == nullptr) {
+        switch (state_) {
+        case State::Opening:
             dialog_ = FindWindowA("#32770", nullptr);
-            if (dialog_ != nullptr) {
-                MoveAControl(dialog_);
-                clock_.restart();
+            if (dialog_ != nullptr && row_ >= 0) {
+                state_ = State::Choosing;
+                if (row_ > 0) {
+                    ChooseRow(dialog_, row_);
+                }
+            } else if (dialog_ != nullptr) {
+                Work(dialog_);
             }
-        } else if (clock_.hasExpired(kAfterPaneMs)) {
-            written_ = GrabWindow(dialog_).save(file_);
-            SendMessageA(dialog_, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+            break;
+        case State::Choosing:
+            if (const HWND embedded = GetDlgItem(dialog_, kEmbeddedDialog)) {
+                Work(embedded);
+            }
+            break;
+        case State::Shown:
+            if (clock_.hasExpired(kAfterPaneMs)) {
+                state_ = State::Done;
+                written_ = GrabWindow(dialog_).save(file_);
+                SendMessageA(dialog_, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+            }
+            break;
+        case State::Done:
+            break;
         }
         if (clock_.hasExpired(kPatienceMs)) {
             std::fputs("zqhost: a dialog did not come up or did not end\n", stderr);
@@ -99,10 +138,18 @@ private:
         }
     }
 
+    void Work(HWND dialog) {
+        state_ = State::Shown;
+        MoveAControl(dialog);
+        clock_.restart();
+    }
+
     static Photographer* current;
     QString file_;
+    int row_;
     UINT_PTR timer_;
     QElapsedTimer clock_;
+    State state_ = State::Opening;
     HWND dialog_ = nullptr;
     bool written_ = false;
 };
@@ -110,8 +157,8 @@ private:
 Photographer* Photographer::current = nullptr;
 
 // False with a word on the standard error when `file` was not written.
-bool TakeShot(const QString& file, const std::function<void()>& openDialog) {
-    Photographer photographer(file);
+bool TakeShot(const QString& file, const std::function<void()>& openDialog, int row = -1) {
+    Photographer photographer(file, row);
     openDialog();
     if (!photographer.Written()) {
         std::fprintf(stderr, "zqhost: %s: not written\n", qPrintable(file));
@@ -126,15 +173,21 @@ bool MakeShots(MainWindow& window, const QString& folder, EffectId effect) {
         std::fprintf(stderr, "zqhost: %s: the folder cannot be made\n", qPrintable(folder));
         return false;
     }
-    const auto fileFor = [&](EffectId id, const char* title) {
-        return QDir(folder).filePath(FileNameFor(id, title));
-    };
-    bool allWritten =
-        effect != 0 || TakeShot(fileFor(0, "Effect Browser"), [&] { window.RunEffectBrowser(); });
+    const QDir shots(folder);
+    bool allWritten = true;
+    EffectId last = 0;
     for (const EffectOffer& offer : EffectOffers()) {
-        if (effect == 0 || effect == offer.id) {
-            allWritten &=
-                TakeShot(fileFor(offer.id, offer.name), [&] { window.RunEffectDialog(offer); });
+        const bool again = std::exchange(last, offer.id) == offer.id;
+        if (offer.hasDialog && !again && (effect == 0 || effect == offer.id)) {
+            allWritten &= TakeShot(shots.filePath(FileNameFor(offer.id, offer.name)),
+                                   [&] { window.RunOffer(offer); });
+        }
+    }
+    for (const BrowserShot& shot : kBrowserShots) {
+        if (effect == 0) {
+            allWritten &= TakeShot(
+                shots.filePath(QStringLiteral("browser-%1.png").arg(shot.name)),
+                [&] { window.RunEffectBrowser(); }, shot.row);
         }
     }
     return allWritten;
