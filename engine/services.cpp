@@ -25,7 +25,7 @@ i32 ShouldAbort() {
 }
 
 i32 EngineRandom() {
-    u32& state = RandomState();
+    thread_local u32& state = RandomState(); // asked once: kernels draw for every pixel
     state = state * 214013u + 2531011u;
     return static_cast<i32>((state >> 16) & 0x7FFFu);
 }

@@ -3,6 +3,7 @@
 #include "platform/qt/graphics.h"
 
 #include <QApplication>
+#include <QFrame>
 #include <QPalette>
 #include <QPointer>
 #include <QProxyStyle>
@@ -22,6 +23,8 @@ public:
         switch (hint) {
         case SH_UnderlineShortcut:
             return 1;
+        case SH_ComboBox_PopupFrameStyle:
+            return static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain);
         case SH_ComboBox_Popup:
         case SH_ScrollBar_Transient:
         case SH_ScrollBar_LeftClickAbsolutePosition:

@@ -78,6 +78,32 @@ TEST(Tab, GoesThroughTheTabStopsInTheTemplatesOrder) {
     });
 }
 
+TEST(Tab, FollowsTheOrderOfSiblingsAndGoesThroughControlParents) {
+    InDialog([](HWND dialog) {
+        const auto move = [&](int id, HWND after, UINT flags) {
+            SetWindowPos(GetDlgItem(dialog, id), after, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | flags);
+        };
+        move(kAuto, GetDlgItem(dialog, kBar), 0);
+        move(IDCANCEL, nullptr, 0);
+        move(IDOK, nullptr, SWP_NOZORDER);
+        EXPECT_EQ(Walk(Qt::Key_Tab, 6), (Ids{kAuto, kRed, kSquare, IDOK, IDCANCEL, kBar}));
+
+        // A page of controls, as a child of the dialog: the first one at first.
+        const HWND page = CreateWindowExA(WS_EX_CONTROLPARENT, "#32770", "", WS_CHILD | WS_VISIBLE,
+                                          0, 0, 60, 60, dialog, nullptr, nullptr, nullptr);
+        SetParent(page, dialog);
+        ShowWindow(page, SW_SHOW);
+        SetParent(GetDlgItem(dialog, kSquare), page);
+        SetFocus(GetDlgItem(dialog, IDCANCEL));
+        EXPECT_EQ(Walk(Qt::Key_Tab, 5), (Ids{kBar, kAuto, kRed, IDOK, kSquare}));
+        TypeKey(Qt::Key_Return);
+        SetWindowLongPtrA(page, GWL_EXSTYLE, 0);
+        EXPECT_EQ(Walk(Qt::Key_Tab, 1), (Ids{kSquare})); // by itself
+        EXPECT_EQ(commands, Ids{IDOK});
+    });
+}
+
 TEST(ArrowKeys, MoveInsideAGroupAndCheckTheRadio) {
     InDialog([](HWND dialog) {
         CheckRadioButton(dialog, kRed, kBlue, kRed);
