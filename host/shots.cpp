@@ -3,6 +3,7 @@
 #include "host/main_window.h"
 #include "platform/qt/grab.h"
 #include "platform/win32.h"
+#include "resources/resource.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -22,7 +23,6 @@ constexpr int kLookEveryMs = 20;
 constexpr int kAfterPaneMs = 1500; // the After pane works once a second
 constexpr int kPatienceMs = 30000;
 constexpr int kPageSteps = 3;
-constexpr int kBrowserList = 4502;
 constexpr int kEmbeddedDialog = 0; // its id in the browser
 
 // The effects that the browser is shown with, by the rows of its list.
@@ -46,13 +46,22 @@ HWND FindControl(HWND dialog, const char* className, DWORD style, DWORD styleMas
     return nullptr;
 }
 
-// Turns the first scroll bar up, as clicks beside its thumb do.
+// Turns the first scroll bar up, as clicks beside its thumb do; without one, applies a curve's
+// preset or fills two cells of a filter.
 void MoveAControl(HWND dialog) {
+    constexpr int kUpperLeftCell = IDC_FIRST_CELL + 6;
+    constexpr int kLowerRightCell = IDC_FIRST_CELL + 18;
     HWND bar = FindControl(dialog, "ScrollBar", 0, 0);
     for (int i = 0; bar != nullptr && i < kPageSteps; ++i) {
         SendMessageA(dialog, WM_HSCROLL, MAKEWPARAM(SB_PAGEDOWN, 0), reinterpret_cast<LPARAM>(bar));
         SendMessageA(dialog, WM_HSCROLL, MAKEWPARAM(SB_ENDSCROLL, 0),
                      reinterpret_cast<LPARAM>(bar));
+    }
+    if (bar == nullptr && FindControl(dialog, "Edit", 0, 0) != nullptr) {
+        SetDlgItemTextA(dialog, kUpperLeftCell, "-1");
+        SetDlgItemTextA(dialog, kLowerRightCell, "1");
+    } else if (bar == nullptr) {
+        SendDlgItemMessageA(dialog, IDC_OPERATE, BM_CLICK, 0, 0);
     }
 }
 
@@ -70,9 +79,9 @@ QString FileNameFor(EffectId id, const char* title) {
 
 // Lets the browser show another effect. Comes back when the browser has ended.
 void ChooseRow(HWND browser, int row) {
-    const HWND list = GetDlgItem(browser, kBrowserList);
+    const HWND list = GetDlgItem(browser, IDC_EFFECT_LIST);
     SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    SendMessageA(browser, WM_COMMAND, MAKEWPARAM(kBrowserList, CBN_SELCHANGE),
+    SendMessageA(browser, WM_COMMAND, MAKEWPARAM(IDC_EFFECT_LIST, CBN_SELCHANGE),
                  reinterpret_cast<LPARAM>(list));
 }
 
