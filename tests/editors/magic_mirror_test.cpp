@@ -45,12 +45,6 @@ protected:
         EXPECT_EQ(TextOf(dialog, kAxis), axes[mapping]);
     }
 
-    // The pen at a place of the curve; MovePen without the button held moves the mouse only.
-    static void Pen(HWND dialog, UINT message, int x, int y) {
-        SendMessageA(GetDlgItem(dialog, kCurve), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON,
-                     MAKELPARAM(x, y));
-    }
-
     static SIZE CurveSize(HWND dialog) {
         RECT client{};
         GetClientRect(GetDlgItem(dialog, kCurve), &client);
@@ -122,6 +116,7 @@ TEST_F(MagicMirrorDialog, ShowsTheMappingThatIsSetAndTakesAClickOnEveryOther) {
 
 TEST_F(MagicMirrorDialog, FollowsThePenAndRefreshesWhenItIsLifted) {
     Run([&](HWND dialog) {
+        const HWND curve = GetDlgItem(dialog, kCurve);
         const auto [width, height] = CurveSize(dialog);
         TakeAnnouncement(dialog);
         const auto expect = [&](std::size_t index, int value) {
@@ -129,44 +124,28 @@ TEST_F(MagicMirrorDialog, FollowsThePenAndRefreshesWhenItIsLifted) {
             EXPECT_FALSE(TakeAnnouncement(dialog));
             ExpectPicture(dialog);
         };
-        Pen(dialog, WM_LBUTTONDOWN, 1, 1);
+        PressMouse(curve, {1, 1});
         expect(0, 255);
-        Pen(dialog, WM_LBUTTONDOWN, width - 1, height - 1);
+        PressMouse(curve, {width - 1, height - 1});
         expect(255, 0);
-        Pen(dialog, WM_LBUTTONDOWN, 0, 0);
-        Pen(dialog, WM_MOUSEMOVE, width, height);
+        PressMouse(curve, {0, 0});
+        DragMouse(curve, {width, height});
         expect(1, 1);
 
         // From the lower left, out of the control and back in at the upper right.
-        Pen(dialog, WM_LBUTTONDOWN, 1, height - 1);
-        Pen(dialog, WM_MOUSEMOVE, -20, 5);
-        Pen(dialog, WM_MOUSEMOVE, 30, height + 40);
+        PressMouse(curve, {1, height - 1});
+        DragMouse(curve, {-20, 5});
+        DragMouse(curve, {30, height + 40});
         expect(100, 100);
-        Pen(dialog, WM_MOUSEMOVE, width - 1, 1);
+        DragMouse(curve, {width - 1, 1});
         expect(255, 255);
         EXPECT_EQ(CurveNow(), IdentityCurve()) << "a straight line without a gap";
 
-        SendMessageA(GetDlgItem(dialog, kCurve), WM_MOUSEMOVE, 0, MAKELPARAM(1, 1));
+        SendMouseTo(curve, QEvent::MouseMove, {1, 1}, Qt::NoButton);
         expect(0, 0);
-        Pen(dialog, WM_LBUTTONUP, 1, 1);
+        ReleaseMouse(curve, {1, 1});
         EXPECT_TRUE(TakeAnnouncement(dialog));
         EXPECT_EQ(AnnouncedRecord(dialog, 1)[0], 0);
-    });
-}
-
-// The same by events of a real mouse.
-TEST_F(MagicMirrorDialog, IsDrawnByMouse) {
-    Run([&](HWND dialog) {
-        const HWND curve = GetDlgItem(dialog, kCurve);
-        const SIZE size = CurveSize(dialog);
-        TakeAnnouncement(dialog);
-        PressMouse(curve, {1, 1});
-        SendMouseTo(curve, QEvent::MouseMove, {size.cx - 1, 1});
-        EXPECT_FALSE(TakeAnnouncement(dialog));
-        ReleaseMouse(curve, {size.cx - 1, 1});
-        EXPECT_TRUE(TakeAnnouncement(dialog));
-        EXPECT_EQ(std::ranges::count(params_.curve, u8{255}), 256);
-        ExpectPicture(dialog);
     });
 }
 

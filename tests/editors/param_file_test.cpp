@@ -74,45 +74,12 @@ TEST_F(ParamFileTest, GivesNothingWhenMemoryIsShort) {
     ExpectZeroWhenAnAllocationFails([&] { return ReadParamFile(path.c_str(), kCurveFileMagic); });
 }
 
-TEST_F(ParamFileTest, FillsACurveAsFarAsItGoes) {
-    struct {
-        u16 entries;
-        u32 payloadSize;
-        std::size_t taken;
-    } const cases[] = {{256, 256, 256}, {100, 256, 100}, {256, 10, 10}, {300, 300, 256}, {9, 0, 0}};
-    for (const auto& test : cases) {
-        const std::vector<u8> payload(test.payloadSize, 5);
-        Put("c", FileBytes(kCurveFileMagic, test.entries, 4, 8, test.payloadSize, payload));
-        MagicMirrorParams params = {};
-        ASSERT_TRUE(ReadCurveFile(Path("c").c_str(), params));
-        EXPECT_EQ(params.mapping, 4);
-        EXPECT_EQ(std::count(std::begin(params.curve), std::end(params.curve), u8{5}),
-                  static_cast<std::ptrdiff_t>(test.taken));
-        EXPECT_EQ(test.taken < 256 ? params.curve[test.taken] : 0, 0);
-    }
-    MagicMirrorParams untouched = {9, {}};
-    EXPECT_FALSE(ReadCurveFile(Path("nothing").c_str(), untouched));
-    EXPECT_EQ(untouched.mapping, 9);
-}
-
 TEST_F(ParamFileTest, GivesAsMuchOfAFilterAsItHolds) {
-    std::vector<i32> values(25);
-    std::iota(values.begin(), values.end(), -12);
-    values.insert(values.end(), {-3, 300, 2});
-    const std::string path = Put("f", FileBytes(kFilterFileMagic, 5, 5, 16, 56, Words(values)));
-    auto file = ReadFilterFile(path.c_str());
-    ASSERT_TRUE(file);
-    EXPECT_EQ(file->cells[0], i16{-12});
-    EXPECT_EQ(file->cells[24], i16{12});
-    EXPECT_EQ(file->scale, i16{-3});
-    EXPECT_EQ(file->bias, i16{300});
-    EXPECT_EQ(file->symmetry, i16{2});
-
     // Three columns and two rows, and the payload ends within the bias.
     std::vector<u8> payload = Words({1, 2, 3, 4, 5, 6, 7});
     payload.push_back(8);
-    Put("f", FileBytes(kFilterFileMagic, 3, 2, 16, 15, payload));
-    file = ReadFilterFile(path.c_str());
+    const std::string path = Put("f", FileBytes(kFilterFileMagic, 3, 2, 16, 15, payload));
+    const auto file = ReadFilterFile(path.c_str());
     ASSERT_TRUE(file);
     EXPECT_EQ(file->cells[2], i16{3});
     EXPECT_EQ(file->cells[3], std::nullopt);
