@@ -20,7 +20,7 @@ double Bend(CurvePreset preset, int t) {
     case CurvePreset::Arcsine:
         return std::asin(t * kShare) * 162.33804472292175 + 0.5;
     case CurvePreset::Square:
-        return (t * t + 127) / 255; // whole numbers
+        return static_cast<int>((t * t + 127) / 255);
     case CurvePreset::Squareroot:
         return std::sqrt(255.0) * std::sqrt(t) + 0.5;
     default:
