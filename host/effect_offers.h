@@ -11,8 +11,8 @@
 
 class QMenu;
 
-// Room for every effect's record, and for what the browser carries of one.
-using EffectRecord = std::array<u8, 300>;
+// Room for every effect's record, and for what the browser carries of one; aligned as records are.
+struct alignas(u32) EffectRecord : std::array<u8, 300> {};
 
 struct EffectOffer {
     EffectId id;

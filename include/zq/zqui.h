@@ -19,7 +19,8 @@ ZQ_EXTERN_C_BEGIN
  *  @param parent       owner of the dialog: on Windows an HWND, elsewhere the native id of a window
  *                      (a Qt window's WId, an X11 window) cast to a pointer; null for none
  *  @param document     the picture; its current layer needs an image and a mask
- *  @param paramBuffer  room for the effect's record (params.h); read it only after the result 1
+ *  @param paramBuffer  room for the effect's record (params.h), aligned as the record is; read it
+ * only after the result 1
  *  @return 1 after OK, 0 after Cancel, -2 for an effect without a dialog */
 ZQ_API int32_t ZQ_CALL GetZQParam(int32_t effectId, void* parent, DocHandle document,
                                   void* paramBuffer);
