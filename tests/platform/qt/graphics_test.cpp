@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QPixmap>
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -36,10 +37,27 @@ struct Paper {
     ~Paper() { CloseDeviceContext(dc); }
 };
 
+// The paper row by row: white, light, grey, shade, black ('#') and untouched ('.').
+std::vector<std::string> RowsOf(const QImage& image) {
+    const std::map<QRgb, char> letters = {{0xFFFFFFFF, 'w'}, {0xFFDFDFDF, 'l'}, {0xFFC0C0C0, 'g'},
+                                          {0xFF808080, 's'}, {0xFF000000, '#'}, {kGreen, '.'}};
+    std::vector<std::string> rows;
+    for (int y = 0; y < image.height(); ++y) {
+        std::string& row = rows.emplace_back();
+        for (int x = 0; x < image.width(); ++x) {
+            const auto found = letters.find(image.pixel(x, y));
+            row += found == letters.end() ? '?' : found->second;
+        }
+    }
+    return rows;
+}
+
+using Rows = std::vector<std::string>;
+
 struct TestDib {
     struct {
         BITMAPINFOHEADER header;
-        RGBQUAD palette[256];
+        u32 palette[256]; // 0x00RRGGBB
     } info{};
     std::vector<u8> bits;
     std::size_t stride;
@@ -53,14 +71,10 @@ struct TestDib {
         info.header.biPlanes = 1;
         info.header.biBitCount = static_cast<WORD>(depth);
         info.header.biClrUsed = colorsUsed;
-        for (RGBQUAD& color : info.palette) {
-            const u32 word = static_cast<u32>(random());
-            std::memcpy(&color, &word, sizeof color);
-        }
+        const auto next = [&random] { return static_cast<u32>(random()); };
+        std::ranges::generate(info.palette, next);
         bits.resize(stride * static_cast<std::size_t>(height));
-        for (u8& byte : bits) {
-            byte = static_cast<u8>(random());
-        }
+        std::ranges::generate(bits, [&next] { return static_cast<u8>(next()); });
     }
 
     // Row 0 is the bottom row.
@@ -74,11 +88,8 @@ struct TestDib {
         for (int bit = x * depth; bit < (x + 1) * depth; ++bit) {
             index = index << 1 | (row[bit / 8] >> (7 - bit % 8) & 1u);
         }
-        if (info.header.biClrUsed != 0 && index >= info.header.biClrUsed) {
-            return qRgb(0, 0, 0);
-        }
-        const RGBQUAD& color = info.palette[index];
-        return qRgb(color.rgbRed, color.rgbGreen, color.rgbBlue);
+        const bool known = info.header.biClrUsed == 0 || index < info.header.biClrUsed;
+        return 0xFF000000 | (known ? info.palette[index] : 0);
     }
 
     int Draw(HDC dc, QRect to, QRect from) const {
@@ -149,81 +160,54 @@ TEST(StretchDIBitsCall, RefusesWhatItCannotRead) {
 }
 
 TEST(DrawEdgeCall, DrawsTwoRingsInTheClassicColours) {
-    // White, light, shadow, dark, untouched.
-    const std::map<char, QRgb> colors = {
-        {'w', 0xFFFFFFFF}, {'l', 0xFFDFDFDF}, {'s', 0xFF808080}, {'d', 0xFF000000}, {'.', kGreen}};
-    const std::pair<UINT, std::vector<std::string>> cases[] = {
-        {EDGE_RAISED, {"lllllld", "lwwwwsd", "lw...sd", "lw...sd", "lsssssd", "ddddddd"}},
-        {EDGE_SUNKEN, {"ssssssw", "sddddlw", "sd...lw", "sd...lw", "slllllw", "wwwwwww"}},
+    const std::pair<UINT, Rows> cases[] = {
+        {EDGE_RAISED,
+         {".........", ".llllll#.", ".lwwwws#.", ".lw...s#.", ".lw...s#.", ".lsssss#.", ".#######.",
+          "........."}},
+        {EDGE_SUNKEN,
+         {".........", ".ssssssw.", ".s####lw.", ".s#...lw.", ".s#...lw.", ".slllllw.", ".wwwwwww.",
+          "........."}},
     };
     for (const auto& [edge, rows] : cases) {
         Paper paper(9, 8);
         RECT rect{1, 1, 8, 7};
         EXPECT_TRUE(DrawEdge(paper.dc, &rect, edge, BF_RECT));
-        for (int y = 0; y < 8; ++y) {
-            for (int x = 0; x < 9; ++x) {
-                const bool inside = x >= 1 && x < 8 && y >= 1 && y < 7;
-                const char letter =
-                    inside ? rows[static_cast<std::size_t>(y - 1)][static_cast<std::size_t>(x - 1)]
-                           : '.';
-                EXPECT_EQ(paper.image.pixel(x, y), colors.at(letter)) << x << ", " << y;
-            }
-        }
+        EXPECT_EQ(RowsOf(paper.image), rows);
     }
 }
 
 TEST(FillRectCall, FillsWithoutRightAndBottomEdgeInTheBrushsColour) {
-    const struct {
-        HBRUSH brush;
-        QRgb color;
-    } cases[] = {{reinterpret_cast<HBRUSH>(COLOR_BTNFACE + std::intptr_t{1}), 0xFFC0C0C0},
-                 {GetStockObject(LTGRAY_BRUSH), 0xFFC0C0C0},
-                 {GetStockObject(GRAY_BRUSH), 0xFF808080},
-                 {GetStockObject(BLACK_BRUSH), 0xFF000000},
-                 {GetStockObject(WHITE_BRUSH), 0xFFFFFFFF}};
-    for (const auto& [brush, color] : cases) {
-        Paper paper(8, 8);
-        const RECT rect{2, 3, 5, 7};
+    const std::pair<HBRUSH, Rows> cases[] = {
+        {reinterpret_cast<HBRUSH>(COLOR_BTNFACE + std::intptr_t{1}), {"....", ".gg.", "...."}},
+        {GetStockObject(LTGRAY_BRUSH), {"....", ".gg.", "...."}},
+        {GetStockObject(GRAY_BRUSH), {"....", ".ss.", "...."}},
+        {GetStockObject(BLACK_BRUSH), {"....", ".##.", "...."}},
+        {GetStockObject(WHITE_BRUSH), {"....", ".ww.", "...."}}};
+    for (const auto& [brush, rows] : cases) {
+        Paper paper(4, 3);
+        const RECT rect{1, 1, 3, 2};
         EXPECT_NE(FillRect(paper.dc, &rect, brush), 0);
-        for (int y = 0; y < 8; ++y) {
-            for (int x = 0; x < 8; ++x) {
-                const bool inside = x >= 2 && x < 5 && y >= 3 && y < 7;
-                EXPECT_EQ(paper.image.pixel(x, y), inside ? color : kGreen) << x << ", " << y;
-            }
-        }
+        EXPECT_EQ(RowsOf(paper.image), rows);
     }
-    Paper paper(8, 8);
-    const RECT whole{0, 0, 8, 8};
-    const RECT reversed{5, 5, 2, 2};
+    Paper paper(3, 1);
+    const RECT whole{0, 0, 3, 1};
+    const RECT reversed{2, 1, 0, 0};
     FillRect(paper.dc, &reversed, GetStockObject(BLACK_BRUSH));
     EXPECT_EQ(FillRect(paper.dc, &whole, nullptr), 0);
     EXPECT_EQ(FillRect(paper.dc, &whole, GetStockObject(SYSTEM_FONT)), 0);
-    EXPECT_EQ(paper.image.pixel(3, 3), kGreen);
+    EXPECT_EQ(RowsOf(paper.image), Rows{"..."});
 }
 
-// What encloses all pixels that differ from the paper.
-QRect InkOf(const QImage& image) {
+// What encloses all pixels of a colour, or all that differ from the paper.
+QRect InkOf(const QImage& image, QRgb color = kGreen) {
     QRect ink;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != kGreen) {
-                ink |= QRect(x, y, 1, 1);
-            }
+            const bool same = image.pixel(x, y) == color;
+            ink |= same == (color != kGreen) ? QRect(x, y, 1, 1) : QRect();
         }
     }
     return ink;
-}
-
-// What is drawn in black on a small paper, row by row.
-std::vector<std::string> BlackPixels(const QImage& image) {
-    std::vector<std::string> rows;
-    for (int y = 0; y < image.height(); ++y) {
-        std::string& row = rows.emplace_back();
-        for (int x = 0; x < image.width(); ++x) {
-            row += image.pixel(x, y) == qRgb(0, 0, 0) ? '#' : '.';
-        }
-    }
-    return rows;
 }
 
 TEST(LineToCall, JoinsThePointsAndLeavesOutTheLast) {
@@ -235,8 +219,7 @@ TEST(LineToCall, JoinsThePointsAndLeavesOutTheLast) {
     }
     MoveToEx(paper.dc, 0, 0, &before);
     EXPECT_EQ(QPoint(before.x, before.y), QPoint(5, 1));
-    const std::vector<std::string> expected = {"..##..", "..#.#.", "..#...", "###..."};
-    EXPECT_EQ(BlackPixels(paper.image), expected);
+    EXPECT_EQ(RowsOf(paper.image), (Rows{"..##..", "..#.#.", "..#...", "###..."}));
 }
 
 TEST(RectangleCall, DrawsTheOutlineByPenAndTheInsideByBrush) {
@@ -246,10 +229,7 @@ TEST(RectangleCall, DrawsTheOutlineByPenAndTheInsideByBrush) {
     const HGDIOBJ blackPen = SelectObject(paper.dc, pen);
     const HGDIOBJ whiteBrush = SelectObject(paper.dc, brush);
     EXPECT_TRUE(Rectangle(paper.dc, 1, 0, 5, 4));
-    EXPECT_EQ(paper.image.pixel(1, 0), qRgb(192, 192, 192));
-    EXPECT_EQ(paper.image.pixel(5, 3), kGreen);
-    const std::vector<std::string> expected = {"......", "..##..", "..##..", "......"};
-    EXPECT_EQ(BlackPixels(paper.image), expected);
+    EXPECT_EQ(RowsOf(paper.image), (Rows{".gggg.", ".g##g.", ".g##g.", ".gggg."}));
 
     EXPECT_EQ(SelectObject(paper.dc, blackPen), pen);
     EXPECT_EQ(SelectObject(paper.dc, whiteBrush), brush);
@@ -329,13 +309,7 @@ TEST(DrawTextCall, StaysInItsRectangleAndTakesColourModeAndLength) {
     DrawTextA(paper.dc, "WWWWWWWWWW", -1, &rect, DT_SINGLELINE);
     const QRect ink = InkOf(paper.image);
     EXPECT_TRUE(QRect(10, 5, 20, 20).contains(ink));
-    bool red = false;
-    for (int y = ink.top(); y <= ink.bottom(); ++y) {
-        for (int x = ink.left(); x <= ink.right(); ++x) {
-            red |= paper.image.pixel(x, y) == 0xFFFF0000;
-        }
-    }
-    EXPECT_TRUE(red);
+    EXPECT_FALSE(InkOf(paper.image, 0xFFFF0000).isEmpty());
 
     Paper shorter(100, 40);
     RECT wide{0, 0, 100, 40};
@@ -489,10 +463,7 @@ TEST(Cursors, AreSharedAndHaveTheirShapeAndHotSpot) {
     EXPECT_EQ(LoadCursorHandle(ResourceModule(), MAKEINTRESOURCEA(IDR_OPEN_HAND)), earlyHand);
     const QCursor hand = CursorOfHandle(earlyHand);
     EXPECT_EQ(hand.hotSpot(), QPoint(15, 16));
-    const QImage picture = hand.pixmap().toImage();
-    EXPECT_EQ(picture.size(), QSize(32, 32));
-    EXPECT_EQ(qAlpha(picture.pixel(0, 0)), 0);
-    EXPECT_EQ(picture.pixel(15, 16), 0xFFFFFFFF);
+    EXPECT_EQ(qAlpha(hand.pixmap().toImage().pixel(0, 0)), 0);
 }
 
 TEST(LoadStringCall, CutsAtTheBuffersEnd) {

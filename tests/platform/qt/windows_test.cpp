@@ -22,32 +22,31 @@ std::string Point(LPARAM value) {
            std::to_string(static_cast<SHORT>(HIWORD(value)));
 }
 
-std::string Describe(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_NCCREATE:
-        return "nccreate";
-    case WM_CREATE:
-        return "create";
-    case WM_SIZE:
-        return "size " + Point(lParam);
-    case WM_DESTROY:
-        return "destroy";
-    case WM_NCDESTROY:
-        return "ncdestroy";
-    case WM_PAINT:
-        return "paint";
-    case WM_ERASEBKGND:
-        return "erase";
-    case WM_MOUSEMOVE:
-        return (wParam == MK_LBUTTON ? "drag " : "move ") + Point(lParam);
-    case WM_LBUTTONDOWN:
-        return "down " + Point(lParam);
-    case WM_LBUTTONUP:
-        return "up " + Point(lParam);
-    case WM_LBUTTONDBLCLK:
-        return "double " + Point(lParam);
-    default:
-        return "";
+const struct {
+    UINT message;
+    const char* text;
+    bool hasPoint;
+} kHeard[] = {
+    {WM_NCCREATE, "nccreate", false},
+    {WM_CREATE, "create", false},
+    {WM_SIZE, "size", true},
+    {WM_DESTROY, "destroy", false},
+    {WM_NCDESTROY, "ncdestroy", false},
+    {WM_PAINT, "paint", false},
+    {WM_ERASEBKGND, "erase", false},
+    {WM_MOUSEMOVE, "move", true},
+    {WM_LBUTTONDOWN, "down", true},
+    {WM_LBUTTONUP, "up", true},
+    {WM_LBUTTONDBLCLK, "double", true},
+};
+
+void Note(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    for (const auto& [heardMessage, text, hasPoint] : kHeard) {
+        if (heardMessage == message) {
+            const bool drags = message == WM_MOUSEMOVE && wParam == MK_LBUTTON;
+            heard.push_back(names[window] + " " + (drags ? "drag" : text) +
+                            (hasPoint ? " " + Point(lParam) : ""));
+        }
     }
 }
 
@@ -55,10 +54,7 @@ LRESULT Listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
         names[window] = reinterpret_cast<const CREATESTRUCTA*>(lParam)->lpszName;
     }
-    const std::string text = Describe(message, wParam, lParam);
-    if (!text.empty()) {
-        heard.push_back(names[window] + " " + text);
-    }
+    Note(window, message, wParam, lParam);
     if (reaction) {
         reaction(window, message);
     }
