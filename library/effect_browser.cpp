@@ -109,7 +109,7 @@ void Open(HWND window, BrowserContext* context) {
 void OpenFirstEffect(HWND window) {
     KillTimer(window, kFirstEffectTimer);
     const BrowserContext* context = ContextOf(window);
-    if (browsing && context != nullptr && context->document != 0) {
+    if (browsing && embeddedDialog == nullptr && context != nullptr && context->document != 0) {
         OpenBrightnessContrast(kFirstEffect, GetParent(window), context->document,
                                context->paramBuffer);
     }
