@@ -4,6 +4,8 @@
 #include "platform/qt/window_testing.h"
 #include "tests/support/leak_guard.h"
 
+#include <QPainter>
+
 namespace {
 
 constexpr QRgb kGround = 0xFFC0C0C0;
@@ -62,14 +64,11 @@ TEST_F(SuperWindow, DrawsARaisedFrameAtItsBorderOrWithinItsMargin) {
         QImage expected(200, test.height, QImage::Format_RGB32);
         expected.fill(kGround);
         const QRect& frame = test.frame;
-        for (int x = frame.left(); x <= frame.right(); ++x) {
-            expected.setPixel(x, frame.top(), kLight);
-            expected.setPixel(x, frame.bottom(), kShade);
-        }
-        for (int y = frame.top(); y <= frame.bottom(); ++y) {
-            expected.setPixel(frame.left(), y, y == frame.bottom() ? kShade : kLight);
-            expected.setPixel(frame.right(), y, kShade);
-        }
+        QPainter painter(&expected);
+        painter.fillRect(frame, QColor(kShade));
+        painter.fillRect(frame.adjusted(0, 0, -1, -1), QColor(kLight));
+        painter.fillRect(frame.adjusted(1, 1, -1, -1), QColor(kGround));
+        painter.end();
         EXPECT_TRUE(picture == expected) << test.style << ", height " << test.height;
     }
 }

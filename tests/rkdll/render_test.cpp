@@ -49,17 +49,18 @@ Bgr RenderPixel(const ImageDocument& document, const RkBackground& background, i
         const LayerEntry& layer = document.layers[i];
         const DibCopy image(layer.image);
         const DibCopy mask(layer.mask);
-        const i32 column = x - layer.left;
-        const i32 row = image.View().height - 1 - (down - layer.top);
+        const i64 column = i64{x} - layer.left;
+        const i64 row = image.View().height - 1 - (i64{down} - layer.top);
         if (column < 0 || column >= image.View().width || row < 0 || row >= image.View().height) {
             continue;
         }
         double coverage = 1;
         if (mask.Valid()) {
             const bool inside = column < mask.View().width && row < mask.View().height;
-            coverage = inside ? mask.At(column, row) / 255.0 : 0;
+            coverage =
+                inside ? mask.At(static_cast<i32>(column), static_cast<i32>(row)) / 255.0 : 0;
         }
-        const Bgr over = PictureColour(image, column, row);
+        const Bgr over = PictureColour(image, static_cast<i32>(column), static_cast<i32>(row));
         for (std::size_t channel = 0; channel < 3; ++channel) {
             const double mixed = over[channel] * coverage + result[channel] * (1 - coverage);
             result[channel] = static_cast<u8>(mixed + 0.5);
@@ -116,13 +117,7 @@ TEST_F(RkImageCropToDibTest, ClipsLayersAtEveryEdge) {
                 record.layers[0].left = left;
                 record.layers[0].top = top;
             });
-            const bool computable = left > -kFar && left < kFar && top > -kFar && top < kFar;
-            if (computable) {
-                ExpectRendersLikeTheRule(document.Handle(), kGreySquares);
-            } else {
-                const OwnedBlock result(RkImageCropToDib(document.Handle(), -1, 0, nullptr));
-                EXPECT_EQ(DibCopy(result.Handle()).ColourAt(0, 0), (Bgr{204, 204, 204}));
-            }
+            ExpectRendersLikeTheRule(document.Handle(), kGreySquares);
         }
     }
 }

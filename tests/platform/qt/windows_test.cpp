@@ -309,10 +309,9 @@ TEST_F(AWindow, ThatHoldsTheMouseHearsOfMovesOutside) {
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-TEST_F(AWindow, PaintsOnlyWhatIsInvalid) {
+TEST_F(AWindow, PaintsOnlyWhatIsInvalidAndErasesWhenAsked) {
     const HWND window = Make("window");
     UpdateWindow(window);
-    EXPECT_TRUE(IsColor(window, {50, 30}, 0xFFFFFF));
     reaction = PaintGrey;
     RECT part{10, 10, 20, 20};
     InvalidateRect(window, &part, 0);
@@ -323,30 +322,24 @@ TEST_F(AWindow, PaintsOnlyWhatIsInvalid) {
     EXPECT_TRUE(IsColor(window, {10, 10}, kGrey));
     EXPECT_TRUE(IsColor(window, {20, 20}, kWhite));
     EXPECT_TRUE(IsColor(window, {9, 9}, kWhite));
-}
 
-TEST_F(AWindow, ErasesWithItsBrushWhenAsked) {
-    const HWND window = Make("window");
-    reaction = PaintGrey;
-    InvalidateRect(window, nullptr, 1);
-    UpdateWindow(window);
     reaction = [](HWND painted, UINT message) {
         if (message == WM_PAINT) {
             PAINTSTRUCT paint;
             EXPECT_NE(BeginPaint(painted, &paint), nullptr);
             EXPECT_EQ(BeginPaint(painted, &paint), nullptr); // one painting at a time
-            EXPECT_EQ(paint.rcPaint.right, 8);
+            EXPECT_EQ(paint.rcPaint.right, 14);
             EndPaint(painted, &paint);
         }
     };
-    RECT part{4, 4, 8, 8};
+    part = {8, 8, 14, 14};
     heard.clear();
     InvalidateRect(window, &part, 1);
     RunPending();
     const Messages expected = {"window paint", "window erase"};
     EXPECT_EQ(heard, expected);
-    EXPECT_TRUE(IsColor(window, {4, 4}, kWhite));
-    EXPECT_TRUE(IsColor(window, {8, 8}, kGrey));
+    EXPECT_TRUE(IsColor(window, {13, 13}, kWhite));
+    EXPECT_TRUE(IsColor(window, {14, 14}, kGrey));
 }
 
 TEST_F(AWindow, ThatDoesNotPaintIsNotAskedForEver) {
