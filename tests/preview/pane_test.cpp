@@ -107,22 +107,21 @@ bool ZoomButtonsVisible(const PreviewControl& pane) {
     return zoomIn != 0;
 }
 
-::testing::AssertionResult IsAt(const RECT& place, int left, int top, int right, int bottom) {
-    if (place.left == left && place.top == top && place.right == right && place.bottom == bottom) {
-        return ::testing::AssertionSuccess();
-    }
-    return ::testing::AssertionFailure() << '(' << place.left << ", " << place.top << ", "
-                                         << place.right << ", " << place.bottom << ')';
+// Left, top, right and bottom.
+using Edges = std::vector<LONG>;
+
+Edges EdgesOf(const RECT& place) {
+    return {place.left, place.top, place.right, place.bottom};
 }
 
 // A child's place in its parent's client coordinates.
-RECT PlaceOf(HWND child) {
+Edges PlaceOf(HWND child) {
     RECT place{};
     GetWindowRect(child, &place);
     POINT corner{0, 0};
     ClientToScreen(GetParent(child), &corner);
     OffsetRect(&place, -corner.x, -corner.y);
-    return place;
+    return EdgesOf(place);
 }
 
 class PaneTest : public LeakGuardTest {
@@ -146,14 +145,14 @@ protected:
 // ---- One pane -----------------------------------------------------------------------------------
 
 TEST_F(PaneTest, LaysOutPictureAndZoomButtons) {
-    EXPECT_TRUE(IsAt(PlaceOf(before.imageWindow), 2, 2, 92, 93));
-    EXPECT_TRUE(IsAt(PlaceOf(GetDlgItem(before.window, kZoomInId)), 9, 95, 25, 114));
-    EXPECT_TRUE(IsAt(PlaceOf(GetDlgItem(before.window, kZoomOutId)), 70, 95, 86, 114));
+    EXPECT_EQ(PlaceOf(before.imageWindow), (Edges{2, 2, 92, 93}));
+    EXPECT_EQ(PlaceOf(GetDlgItem(before.window, kZoomInId)), (Edges{9, 95, 25, 114}));
+    EXPECT_EQ(PlaceOf(GetDlgItem(before.window, kZoomOutId)), (Edges{70, 95, 86, 114}));
     ShowZoomControls(before, 0);
-    EXPECT_TRUE(IsAt(PlaceOf(before.imageWindow), 2, 8, 92, 99));
+    EXPECT_EQ(PlaceOf(before.imageWindow), (Edges{2, 8, 92, 99}));
     EXPECT_FALSE(ZoomButtonsVisible(before));
     ShowZoomControls(before, 1);
-    EXPECT_TRUE(IsAt(PlaceOf(before.imageWindow), 2, 2, 92, 93));
+    EXPECT_EQ(PlaceOf(before.imageWindow), (Edges{2, 2, 92, 93}));
     EXPECT_TRUE(ZoomButtonsVisible(before));
 }
 
@@ -247,7 +246,7 @@ TEST_F(PaneTest, PaintsWhatTheImagingLibraryRendersInTheMiddle) {
     EXPECT_EQ(fakeRkdll.background.word0, -7);
     EXPECT_EQ(fakeRkdll.background.word1, 0x80000001u);
     EXPECT_EQ(fakeRkdll.background.word2, 0x00C0FFEEu);
-    EXPECT_TRUE(IsAt(fakeRkdll.rectangle, 23, 0, 64, 100));
+    EXPECT_EQ(EdgesOf(fakeRkdll.rectangle), (Edges{23, 0, 64, 100}));
 
     fakeRkdll = FakeRkdll{};
     fakeRkdll.refuses = true;
