@@ -297,8 +297,7 @@ TEST(ResourceFile, ACutFileOrAFlippedByteIsSurvived) {
 }
 
 TEST(ResourceFile, ACutResourceInAWholeFileIsNotFound) {
-    const auto dialog =
-        FindResourceBytes(ResourceModule(), kResourceDialog, IDD_BRIGHTNESS_CONTRAST);
+    const auto dialog = FindResourceBytes(ResourceModule(), kResourceDialog, IDD_EMBOSS);
     ASSERT_FALSE(dialog.empty());
     for (std::size_t words = 0; words < dialog.size() / 2; ++words) {
         ResourceWriter cut;

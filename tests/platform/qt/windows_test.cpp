@@ -263,6 +263,7 @@ TEST_F(AWindow, HasItsClientAreaInsideTheBorder) {
     RECT rect;
     ASSERT_TRUE(GetClientRect(inner, &client));
     ASSERT_TRUE(GetWindowRect(inner, &rect));
+    EXPECT_EQ(SetParent(outer, inner), nullptr); // no window is inside its own child
     EXPECT_EQ(client.right, 98);
     EXPECT_EQ(client.bottom, 58);
     EXPECT_EQ(rect.right - rect.left, 100);
@@ -382,20 +383,4 @@ TEST_F(AWindow, ShowsThroughAnEtchedFrameAndItsOtherChildrenOverIt) {
     EXPECT_TRUE(IsColor(outer, {6, 40}, kWhite)); // the outer window's own ground
     EXPECT_TRUE(IsColor(outer, {33, 15}, kGrey)); // the child, not the frame's light edge
     EXPECT_TRUE(IsWindow(frame));
-}
-
-TEST_F(AWindow, BecomesAChildOfAnother) {
-    const HWND outer = Make("outer");
-    const HWND inner = Make("inner");
-    EXPECT_EQ(SetParent(inner, outer), nullptr);
-    EXPECT_EQ(GetParent(inner), nullptr); // not a child by its style yet
-    SetWindowLongPtrA(inner, GWL_STYLE, WS_CHILD | WS_VISIBLE);
-    SetParent(inner, outer);
-    EXPECT_EQ(GetParent(inner), outer);
-    EXPECT_EQ(SetParent(outer, inner), nullptr);
-    SetWindowPos(inner, nullptr, 3, 4, 50, 40, SWP_NOZORDER);
-    EXPECT_EQ(WidgetForTest(inner)->geometry(), QRect(3, 4, 50, 40));
-    EXPECT_TRUE(WidgetForTest(inner)->isVisible());
-    DestroyWindow(outer);
-    EXPECT_FALSE(IsWindow(inner));
 }
