@@ -91,7 +91,7 @@ std::vector<HWND> WindowsOf(HWND dialog) {
 std::string NameOf(HWND window) {
     char name[32] = "";
     GetClassNameA(window, name, sizeof(name));
-    return name + (" " + std::to_string(GetDlgCtrlID(window)));
+    return std::string(name) + ' ' + std::to_string(GetDlgCtrlID(window));
 }
 
 void Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
