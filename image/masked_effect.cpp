@@ -1,12 +1,11 @@
 #include "image/masked_effect.h"
 
-#include "engine/block.h"
+#include "engine/block_copy.h"
 #include "engine/dib_format.h"
 #include "engine/engine.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace {
 
@@ -74,17 +73,6 @@ bool WalkWithMask(DibHandle image, DibHandle mask, OnPixel onPixel) {
         }
     }
     return true;
-}
-
-OwnedBlock CopyBlock(u32 block) {
-    OwnedBlock copy(AllocateBlock(BlockSize(block)));
-    const BlockLock from(block);
-    const BlockLock to(copy.Handle());
-    if (!from || !to) {
-        return OwnedBlock();
-    }
-    std::memcpy(to.Bytes(), from.Bytes(), BlockSize(block));
-    return copy;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 // bytes treated as tones. The intensity is not checked: a value out of the dialog's range gives an
 // odd picture, whose tables keep the low bytes of what does not fit.
 #include "engine/artistic/artistic_kernels.h"
+#include "engine/block_copy.h"
 #include "engine/pixel.h"
 
 #include <cmath>
@@ -124,18 +125,6 @@ void MapTones(const DibView& picture, u8* pixels, i32 intensity, i32 boost) {
             Saturate(pixels + i, saturation);
         }
     }
-}
-
-OwnedBlock CopyBlock(DibHandle source) {
-    const std::size_t size = BlockSize(source);
-    OwnedBlock copy(AllocateBlock(size));
-    const BlockLock from(source);
-    const BlockLock to(copy.Handle());
-    if (!from || !to) {
-        return {};
-    }
-    std::memcpy(to.Bytes(), from.Bytes(), size);
-    return copy;
 }
 
 } // namespace
