@@ -6,7 +6,7 @@ u64 LongestLine(const DibView& source, u64 size) {
     const u64 row = static_cast<u64>(source.width) + size - 1;
     const u64 strip =
         (static_cast<u64>(source.height) + size - 1) * static_cast<u64>(StripColumns(source));
-    return std::max(row, strip) * BytesPerPixel(source);
+    return std::max(row, strip) * PixelBytes(source);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // columns. The rounding of the first pass is part of the result.
 #pragma once
 
-#include "engine/frame.h"
+#include "engine/pixel.h"
 
 #include <algorithm>
 
@@ -20,12 +20,8 @@ struct Line {
 // memory.
 constexpr std::size_t kMostSamples = 192;
 
-inline std::size_t BytesPerPixel(const DibView& source) {
-    return source.bits / 8;
-}
-
 inline i32 StripColumns(const DibView& source) {
-    return std::min(static_cast<i32>(kMostSamples / BytesPerPixel(source)), source.width);
+    return std::min(static_cast<i32>(kMostSamples / PixelBytes(source)), source.width);
 }
 
 // Calls `filterRow(line)` for each row and `filterStrip(line, sourcePixels)` for each strip, with
@@ -36,7 +32,7 @@ WorkEnd FilterRowsThenColumns(const KernelRun& run, const RowFilter& filterRow,
                               const StripFilter& filterStrip) {
     run.CopyHead();
     const DibView& source = run.source;
-    const std::size_t pixel = BytesPerPixel(source);
+    const std::size_t pixel = PixelBytes(source);
     for (i32 y = 0; y < source.height; ++y) {
         if (!run.BeginLine(y, source.height, 0, 50)) {
             return WorkEnd::Stopped;

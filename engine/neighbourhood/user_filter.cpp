@@ -59,7 +59,7 @@ u8 ToneOf(u32 sum, u32 bias) {
 class RowRing {
 public:
     explicit RowRing(const DibView& source)
-        : source_(source), pixel_(BytesPerPixel(source)),
+        : source_(source), pixel_(PixelBytes(source)),
           rowBytes_(source.rowBytes + (kSide - 1) * pixel_), rows_(u64{rowBytes_} * kSide) {}
 
     // False when memory was short.
@@ -118,7 +118,7 @@ DibHandle UserFilter(DibHandle source, const UserFilterParams& params) {
         run.CopyHead();
         return run.ForEachRow([&](const u8*, u8* to, i32 y) {
             rows.MoveTo(y);
-            FilterRow(matrix, rows, y, BytesPerPixel(run.source), to, run.source.rowBytes,
+            FilterRow(matrix, rows, y, PixelBytes(run.source), to, run.source.rowBytes,
                       params.bias);
         });
     });
