@@ -6,41 +6,19 @@
 #include "platform/qt/window_testing.h"
 #include "tests/dialogs/dialog_driver.h"
 #include "tests/editors/file_bytes.h"
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "tests/support/scratch_folder.h"
 
 // A folder of its own; no window, window class or drawing object may be left behind.
-class EditorDialogTest : public DialogTest {
+class EditorDialogTest : public DialogTest, protected ScratchFolder {
 protected:
     EditorDialogTest()
         : windows_(LiveWindowCount()), classes_(RegisteredClassCount()),
-          drawingObjects_(LiveGdiObjectCount()) {
-        std::string pattern = (std::filesystem::temp_directory_path() / "editor-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
+          drawingObjects_(LiveGdiObjectCount()) {}
 
     ~EditorDialogTest() override {
-        std::filesystem::remove_all(folder_);
         EXPECT_EQ(LiveWindowCount(), windows_);
         EXPECT_EQ(RegisteredClassCount(), classes_);
         EXPECT_EQ(LiveGdiObjectCount(), drawingObjects_);
-    }
-
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-
-    std::string Put(const std::string& name, const std::vector<u8>& bytes) const {
-        std::ofstream(Path(name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-        return Path(name);
-    }
-
-    std::vector<u8> Bytes(const std::string& name) const {
-        std::ifstream file(Path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     // Files that no dialog takes; `magic` is the dialog's own, `others` the other dialog's.
@@ -65,7 +43,6 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
     std::size_t windows_;
     std::size_t classes_;
     std::size_t drawingObjects_;

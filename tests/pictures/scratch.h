@@ -4,44 +4,13 @@
 #include "pictures/pictures.h"
 #include "tests/support/dib_maker.h"
 #include "tests/support/leak_guard.h"
+#include "tests/support/scratch_folder.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
-class PictureTest : public LeakGuardTest {
+class PictureTest : public LeakGuardTest, protected ScratchFolder {
 protected:
-    PictureTest() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "pictures-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    ~PictureTest() override { std::filesystem::remove_all(folder_); }
-
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-
-    std::string Put(const std::string& name, const std::vector<u8>& bytes) const {
-        std::ofstream(Path(name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-        return Path(name);
-    }
-
-    std::vector<u8> Bytes(const std::string& name) const {
-        std::ifstream file(Path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
-            names.push_back(entry.path().filename().string());
-        }
-        return names;
-    }
-
     // The picture of a file that must be readable.
     static OwnedBlock Read(const std::string& path, OwnedBlock* alpha = nullptr) {
         DibHandle dib = 0;
@@ -78,7 +47,4 @@ protected:
         }
         return colours;
     }
-
-private:
-    std::filesystem::path folder_;
 };
