@@ -175,6 +175,10 @@ TEST_F(EffectBrowser, GivesTheEffectAndItsRecordBack) {
         {"the end of the list",
          {Press(Qt::Key_End), Press(Qt::Key_Return)},
          {1, 65, 1, {25, 25, 0}}},
+        {"a timer message when the first effect is there",
+         {[](HWND browser) { SendMessageA(browser, WM_TIMER, 0, 0); }, ScrollTo(4263, 130),
+          PressOk},
+         {1, 1, 0, {0, 2, 0, kUntouched}}},
         {"the title bar", {focusEmbedded, close}, {0, 1, 0, {kUntouched}}},
     };
     for (const auto& row : kTable) {
