@@ -36,6 +36,7 @@ struct Table {
     std::size_t liveLocks = 0;
     std::size_t allocations = 0;
     std::size_t failingAllocation = 0;
+    std::size_t largestBlock = kLargestBlock;
 };
 static_assert(std::is_trivially_destructible_v<Table>); // it lives as long as the process
 
@@ -75,10 +76,10 @@ Slot* FindSlot(HGLOBAL block) {
     return slot.used && slot.generation == handle / kSlots ? &slot : nullptr;
 }
 
-bool CountAllocation() {
+bool MayAllocate(std::size_t bytes) {
     const std::lock_guard hold(table.mutex);
     ++table.allocations;
-    return table.allocations != table.failingAllocation;
+    return table.allocations != table.failingAllocation && bytes <= table.largestBlock;
 }
 
 HGLOBAL EnterBlock(void* address, std::size_t bytes) {
@@ -104,7 +105,7 @@ HGLOBAL EnterBlock(void* address, std::size_t bytes) {
 extern "C" {
 
 HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes) {
-    if (flags != (GMEM_MOVEABLE | GMEM_ZEROINIT) || !CountAllocation() || bytes > kLargestBlock) {
+    if (flags != (GMEM_MOVEABLE | GMEM_ZEROINIT) || !MayAllocate(bytes)) {
         return nullptr;
     }
     void* address = nullptr;
@@ -196,4 +197,9 @@ void FailAllocation(std::size_t n) {
 std::size_t AllocationCount() {
     const std::lock_guard hold(table.mutex);
     return table.allocations;
+}
+
+void LimitAllocations(std::size_t bytes) {
+    const std::lock_guard hold(table.mutex);
+    table.largestBlock = bytes == 0 ? kLargestBlock : bytes;
 }

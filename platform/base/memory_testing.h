@@ -16,3 +16,7 @@ ZQ_API void FailAllocation(std::size_t n);
 
 // Allocations asked for since the last FailAllocation call, failed ones included.
 ZQ_API std::size_t AllocationCount();
+
+// Lets every allocation of more than `bytes` bytes fail from now on, so that a size that nobody has
+// memory for fails on every machine; 0 ends it.
+ZQ_API void LimitAllocations(std::size_t bytes);
