@@ -7,7 +7,7 @@ build_packages=(
     g++ cmake ninja-build
     qt6-base-dev libx11-dev libxi-dev
     binutils-mingw-w64-i686
-    libpng-dev libjpeg-dev
+    libpng-dev libjpeg-dev libhwy-dev
     libgtest-dev
     fontconfig fonts-liberation
 )

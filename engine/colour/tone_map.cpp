@@ -43,12 +43,6 @@ ToneMap MapForAll(const ByteTable& table) {
     return MapForChannel(ZQ_CHANNEL_RGB, table);
 }
 
-void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i] = table[from[i]];
-    }
-}
-
 void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map) {
     for (i32 x = 0; x < width; ++x, from += 3, to += 3) {
         to[0] = map.channels[0][from[0]];

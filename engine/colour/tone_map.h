@@ -3,12 +3,9 @@
 #pragma once
 
 #include "engine/frame.h"
+#include "engine/vector/map_bytes.h"
 
 #include <zq/params.h>
-
-#include <array>
-
-using ByteTable = std::array<u8, 256>;
 
 struct ToneMap {
     std::array<ByteTable, 3> channels; // in the order of a pixel's bytes: blue, green, red
@@ -23,9 +20,6 @@ ToneMap MapForChannel(i32 channel, const ByteTable& table);
 
 // A map that sends all channels through `table`.
 ToneMap MapForAll(const ByteTable& table);
-
-// Sends `count` bytes through one table.
-void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table);
 
 // Sends the pixels of a 24-bit row through the three tables.
 void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map);

@@ -1,6 +1,7 @@
 #include "tests/engine/kernel_check.h"
 
 #include "engine/engine.h"
+#include "engine/vector/targets.h"
 #include "tests/engine/reference/reference.h"
 #include "tests/support/dib_maker.h"
 #include "tests/support/engine_probe.h"
@@ -32,7 +33,7 @@ struct Case {
     u32 seed;
     std::vector<i32> record;
     std::vector<u8> picture;
-    std::string content;
+    i64 target; // of the engine's vector code
 };
 
 DibHeader HeaderOf(const std::vector<u8>& picture) {
@@ -83,7 +84,8 @@ std::pair<i32, i32> MakeSize(Random& random, bool large, bool veryWide) {
         return wide[random() % std::size(wide)];
     }
     if (large) {
-        return {Between(random, 17, 67), Between(random, 17, 53)};
+        return random() % 4 == 0 ? std::pair(Between(random, 120, 420), Between(random, 2, 12))
+                                 : std::pair(Between(random, 17, 67), Between(random, 17, 53));
     }
     return random() % 3 == 0 ? small[random() % std::size(small)]
                              : std::pair(Between(random, 2, 16), Between(random, 2, 16));
@@ -140,8 +142,9 @@ std::vector<u8> MakePicture(Random& random, i32 width, i32 height) {
 }
 
 Case MakeCase(const CheckedKernel& kernel, u32 number) {
-    Case made = {&kernel, number, {}, {}, {}};
+    static const std::vector<i64> targets = VectorTargets();
     Random random(number * 1000u + static_cast<u32>(kernel.id));
+    Case made = {&kernel, number, {}, {}, targets[random() % targets.size()]};
     made.record = MakeRecord(random, kernel);
     const bool costly = (kernel.traits & kCostly) != 0 && made.record[0] > kernel.costlyAbove;
     const auto [width, height] = MakeSize(random, number % 8 == 0 && !costly,
@@ -171,7 +174,7 @@ std::string Describe(const Case& made, std::size_t stopAt) {
     for (std::size_t i = 0; i < made.kernel->fields.size(); ++i) {
         text << ' ' << made.record[i];
     }
-    text << ", yes to question " << stopAt;
+    text << ", yes to question " << stopAt << ", " << VectorTargetName(made.target);
     return text.str();
 }
 
@@ -203,6 +206,7 @@ std::string FirstDifference(const std::vector<u8>& picture, const std::vector<u8
 // `engineState`, the state of this thread's random stream, what both have drawn.
 ReferenceResult Compare(const Case& made, std::size_t stopAt, u32& engineState) {
     SCOPED_TRACE(Describe(made, stopAt));
+    UseVectorTarget(made.target);
     const OwnedBlock source = MakeBlock(made.picture);
     EngineProbe probe;
     probe.StopAtQuestion(stopAt);
@@ -288,6 +292,7 @@ void CheckKernel(const CheckedKernel& kernel) {
             }
         }
     }
+    UseVectorTarget(0);
     EXPECT_TRUE(testing::Test::HasFailure() || taken * 3 > cases) << "most cases are refused";
 }
 
@@ -301,7 +306,8 @@ void CheckKernelOn(const CheckedKernel& kernel, const std::vector<u8>& picture) 
         field.wildHigh = field.high;
     }
     Random random(static_cast<u32>(kernel.id));
-    const Case made = {&moderate, 0, MakeRecord(random, moderate), picture, {}};
+    const Case made = {&moderate, 0, MakeRecord(random, moderate), picture,
+                       VectorTargets().front()};
     u32 engineState = 1;
     const ReferenceResult result = Compare(made, 0, engineState);
     const bool isColour = HeaderOf(picture).biBitCount == 24;

@@ -37,9 +37,10 @@ struct CheckedKernel {
 std::span<const CheckedKernel> CheckedKernels();
 void PrintTo(const CheckedKernel& kernel, std::ostream* out);
 
-// Runs the effect on some hundred cases, twenty times as many with ZQ_LONG in the environment, and
-// compares the result's bytes, the questions, reports and cursors in their order and the random
-// draws; with yes answered to a question; and with each allocation failing.
+// Runs the effect on some hundred cases, twenty times as many with ZQ_LONG in the environment, each
+// with the vector code of some instruction set, and compares the result's bytes, the questions,
+// reports and cursors in their order and the random draws; with yes answered to a question; and
+// with each allocation failing.
 void CheckKernel(const CheckedKernel& kernel);
 
 // Makes one run with a record that the effect takes and a small window, and compares it in the same
