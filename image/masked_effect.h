@@ -2,16 +2,10 @@
 #pragma once
 
 #include "platform/types.h"
-#include <zq/document.h>
+#include <zq/engine.h>
 
-// Runs an effect on a layer by the road that the effect takes, and puts the result in `entry`.
-//
-// `keepOriginal` non-zero: the caller still owns the DIBs that `entry` held and frees them; 0: the
-// replaced ones are freed here. `ignoreMask` non-zero: the mask is left out of it. Gives 1 or 0;
-// the masked road gives 1 also when it changed nothing. On failure the entry's handles are as
-// before.
-u8 ApplyEffectToLayer(LayerEntry* entry, EffectId id, const void* params, u8 keepOriginal,
-                      u8 ignoreMask);
+// ApplyEffectToLayer, in the public header, chooses between these two; arguments and answers are
+// the same.
 u8 ApplyEffectPlain(LayerEntry* entry, EffectId id, const void* params, u8 keepOriginal);
 u8 ApplyEffectMasked(LayerEntry* entry, EffectId id, const void* params, u8 keepOriginal,
                      u8 ignoreMask);

@@ -1,6 +1,9 @@
 /** @file
- *  The effect engine, for hosts that apply a record to a picture themselves.
- *  Valid C and C++.
+ *  The library `zqengine`: the effects themselves, for hosts that apply a record to a picture.
+ *
+ *  Every thread may run effects, several at once. The four hook variables are shared by all
+ * threads: set them while no effect runs. The dialogs have an engine of their own, which these
+ * hooks do not reach. Valid C and C++.
  */
 #ifndef ZQ_ENGINE_H
 #define ZQ_ENGINE_H
@@ -16,13 +19,13 @@ typedef void(ZQ_CALL* ProgressHook)(int32_t percent);
 typedef int32_t(ZQ_CALL* AbortHook)(void);
 
 /** Non-zero (the start value): ReportProgress calls `progressHook`. */
-extern int32_t progressEnabled;
+extern ZQ_ENGINE_DATA int32_t progressEnabled;
 /** Null at the start: progress goes nowhere. */
-extern ProgressHook progressHook;
+extern ZQ_ENGINE_DATA ProgressHook progressHook;
 /** Non-zero (the start value): a kernel asks whether to stop. */
-extern int32_t abortEnabled;
+extern ZQ_ENGINE_DATA int32_t abortEnabled;
 /** Null at the start: a kernel then asks for the Escape key. */
-extern AbortHook abortHook;
+extern ZQ_ENGINE_DATA AbortHook abortHook;
 
 /** Runs effect `id` on a picture.
  *
@@ -32,7 +35,21 @@ extern AbortHook abortHook;
  *  @return a new DIB of the same size and depth that the caller frees, or 0: an unknown effect, a
  *          depth or a record that the effect does not take, parameters that change nothing, a block
  *          smaller than its header claims, a stop by the user, or no memory. */
-DibHandle RunEffect(DibHandle source, EffectId id, const void* params);
+ZQ_API DibHandle RunEffect(DibHandle source, EffectId id, const void* params);
+
+/** Runs an effect on a layer the way that the dialogs' previews do: on its image, or, for effects
+ *  that move or mix pixels, on image and mask together, so that nothing hidden comes to light.
+ *
+ *  @param entry         its `image` and `mask` are replaced by the results. On failure both are as
+ *                       before
+ *  @param id            the effect
+ *  @param params        the effect's record, as for RunEffect
+ *  @param keepOriginal  0: the replaced DIBs are freed here; else the caller still owns them
+ *  @param ignoreMask    non-zero: the mask is left out of it
+ *  @return 1, or 0 when the effect gave no picture. Effects that move or mix pixels give 1 also
+ * when nothing was changed, as on an entry without a mask: compare the handles. */
+ZQ_API uint8_t ApplyEffectToLayer(LayerEntry* entry, EffectId id, const void* params,
+                                  uint8_t keepOriginal, uint8_t ignoreMask);
 
 ZQ_EXTERN_C_END
 

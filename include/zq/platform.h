@@ -25,11 +25,19 @@
 #define ZQ_CALL __stdcall
 /** Marks a function of a shared library; on Windows the .def files name the exports. */
 #define ZQ_API
+/** Marks a variable of `zqengine`. A host that uses the DLL defines ZQ_ENGINE_DLL; its CMake
+ * package does so. */
+#ifdef ZQ_ENGINE_DLL
+#define ZQ_ENGINE_DATA __declspec(dllimport)
+#else
+#define ZQ_ENGINE_DATA
+#endif
 
 #else
 
 #define ZQ_CALL
 #define ZQ_API __attribute__((visibility("default")))
+#define ZQ_ENGINE_DATA ZQ_API
 
 typedef void* HGLOBAL;
 typedef unsigned int UINT;
