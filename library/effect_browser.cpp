@@ -3,9 +3,9 @@
 #include "dialogs/embedding.h"
 #include "dialogs/module_instance.h"
 #include "dialogs/openers.h"
+#include "library/effect_dialog.h"
 #include "resources/resource.h"
 #include <zq/params.h>
-#include <zq/zqui.h>
 
 #include <algorithm>
 #include <array>
@@ -145,7 +145,7 @@ void ChangeEffect(HWND window) {
     *context->effectIdOut = kRows[row].effect;
     PresetRank(kRows[row], context->paramBuffer);
     // Comes back when the dialog has ended, which may be long after the browser's window has.
-    GetZQParam(kRows[row].effect, GetParent(window), context->document, context->paramBuffer);
+    ShowEffectDialog(kRows[row].effect, GetParent(window), context->document, context->paramBuffer);
     SaveAcceptedRecord(row, context->paramBuffer);
 }
 
@@ -209,7 +209,7 @@ INT_PTR CALLBACK BrowserProcedure(HWND window, UINT message, WPARAM wParam, LPAR
 
 i32 RunEffectBrowser(HWND parent, DocHandle document, i32* effectId, void* paramBuffer,
                      i32 bufferSize) {
-    if (effectId == nullptr || paramBuffer == nullptr || browserWindow != nullptr) {
+    if (effectId == nullptr || paramBuffer == nullptr) {
         return 0;
     }
     browserBufferSize = bufferSize;

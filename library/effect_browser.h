@@ -14,6 +14,6 @@
 // with, for that one's opener writes straight to the caller.
 extern i32 snapshotValid;
 
-// What GetZQBrowserParam does.
+// What GetZQBrowserParam does when no other dialog is open.
 i32 RunEffectBrowser(HWND parent, DocHandle document, i32* effectId, void* paramBuffer,
                      i32 bufferSize);

@@ -420,6 +420,9 @@ ZQ_API SHORT GetAsyncKeyState(int virtualKey);
 
 // ---- Classes and windows (platform/qt) ----------------------------------------------------------
 
+// Whether the calling thread may show windows: that of the running application alone, or, with
+// `convert`, any thread while there is none.
+ZQ_API BOOL IsGUIThread(BOOL convert);
 // Gives 0 when the class is registered already. Class names compare without regard to case.
 ZQ_API ATOM RegisterClassExA(const WNDCLASSEXA* windowClass);
 ZQ_API BOOL UnregisterClassA(LPCSTR className, HINSTANCE instance);

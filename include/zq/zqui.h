@@ -1,8 +1,15 @@
 /** @file
  *  The three functions of the library `zqUi`. Valid C and C++.
  *
- *  Call them on the user-interface thread, one at a time. The document must stay valid and
- * unchanged while a call runs; it is only read.
+ *  One dialog or browser is open at a time. A call while another one is open, say from a timer of
+ *  the host that fires meanwhile, opens nothing, leaves the buffer alone and gives 0; the open one
+ *  goes on as if nothing had happened.
+ *
+ *  Call them on the user-interface thread: that of the running Qt application or, where the library
+ *  makes one, that of the first call. On any other thread they do nothing and give 0. On Windows
+ *  any thread will do that may own windows.
+ *
+ *  The document must stay valid and unchanged while a call runs; it is only read.
  */
 #ifndef ZQ_ZQUI_H
 #define ZQ_ZQUI_H
@@ -21,7 +28,9 @@ ZQ_EXTERN_C_BEGIN
  *  @param document     the picture; its current layer needs an image and a mask
  *  @param paramBuffer  room for the effect's record (params.h), aligned as the record is; read it
  * only after the result 1
- *  @return 1 after OK, 0 after Cancel, -2 for an effect without a dialog */
+ *  @return 1 after OK; 0 after Cancel, without `paramBuffer`, and while another dialog is open; -2
+ *          for an effect without a dialog, and where a dialog that works in the buffer cannot be
+ *          made */
 ZQ_API int32_t ZQ_CALL GetZQParam(int32_t effectId, void* parent, DocHandle document,
                                   void* paramBuffer);
 
@@ -38,7 +47,7 @@ ZQ_API int32_t ZQ_CALL GetZQParam(int32_t effectId, void* parent, DocHandle docu
  *                      most 300, and none for a negative number. Below 8, Maximum and Minimum
  *                      cannot be told apart, and the buffer's second word says which one both are
  *  @return 1 after OK; 0 after Cancel, without `effectId` or `paramBuffer`, and while another
- *          browser is open */
+ *          dialog is open */
 ZQ_API int32_t ZQ_CALL GetZQBrowserParam(void* parent, DocHandle document, int32_t* effectId,
                                          void* paramBuffer, int32_t bufferSize);
 

@@ -3,6 +3,7 @@
 #include "platform/qt/focus.h"
 #include "platform/qt/input_filter.h"
 #include "platform/qt/key_pump.h"
+#include "platform/win32.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -101,4 +102,8 @@ bool PostCall(std::function<void()> call, int priority) {
     }
     QCoreApplication::postEvent(CurrentAttachment(), new PostedCall(std::move(call)), priority);
     return true;
+}
+
+extern "C" BOOL IsGUIThread(BOOL convert) {
+    return QCoreApplication::instance() == nullptr ? convert != 0 : OnGuiThread();
 }
