@@ -37,9 +37,16 @@ int Complain(const QString& what, const char* reason) {
     return kWrongUsage;
 }
 
+// Beside the program where it was built, in a folder of its own where it is installed.
+QString SamplePicture() {
+    const QString programs = QApplication::applicationDirPath();
+    const QString built = programs + "/samples/coffee.png";
+    return QFile::exists(built) ? built : programs + "/" ZQ_INSTALLED_SAMPLES "/coffee.png";
+}
+
 QString FileToOpen(const HostOptions& options) {
     if (options.file.empty() && (options.effect != 0 || !options.shots.empty())) {
-        return QApplication::applicationDirPath() + "/samples/coffee.png";
+        return SamplePicture();
     }
     return QFile::decodeName(options.file.c_str());
 }
