@@ -22,6 +22,27 @@ function(zq_layer name)
   target_link_libraries(${name} PUBLIC zq_build_flags ${ARG_DEPENDS})
 endfunction()
 
+# zq_exports(TARGET MAP DEF): a shared library shows what a version script lists, on Windows a .def
+# file, and nothing else. Windows' names go without the mark of the calling convention.
+function(zq_exports target map def)
+  if(WIN32)
+    target_sources(${target} PRIVATE ${def})
+    set_target_properties(${target} PROPERTIES PREFIX "")
+    target_link_options(${target} PRIVATE -Wl,--kill-at)
+    # The linker's own import library has the names without their marks, which no caller asks for.
+    cmake_path(ABSOLUTE_PATH def)
+    add_custom_command(
+      TARGET ${target} POST_BUILD
+      COMMAND ${CMAKE_DLLTOOL} --kill-at -d ${def} -D $<TARGET_FILE_NAME:${target}> -l
+              $<TARGET_LINKER_FILE:${target}>
+      VERBATIM)
+  else()
+    cmake_path(ABSOLUTE_PATH map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map} -Wl,--no-undefined)
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
+  endif()
+endfunction()
+
 # zq_test(NAME SOURCES ... DEPENDS ...): one test program; its cases become tests of their own.
 function(zq_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})

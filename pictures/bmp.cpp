@@ -176,12 +176,12 @@ PictureResult ReadBmp(const PictureFile& file, OwnedBlock& dib) {
 PictureResult WriteBmp(std::FILE* stream, const DibView& view) {
     const FilePalette palette = view.bits == 24 ? FilePalette{} : PaletteForFile(view);
     const u32 paletteBytes = palette.count * kPaletteEntryBytes;
-    const u64 pixels = view.size - view.head;
+    const std::size_t pixels = view.size - view.head;
     const u32 pixelOffset = kFileHeaderBytes + kDibHeaderBytes + paletteBytes;
 
     // Sizes beyond 32 bits are written as 0, which readers take from the picture's width and
     // height.
-    const u64 fileBytes = pixelOffset + pixels;
+    const u64 fileBytes = u64{pixelOffset} + pixels;
     const u32 size = fileBytes > UINT32_MAX ? 0 : static_cast<u32>(fileBytes);
     u8 fileHeader[kFileHeaderBytes] = {'B', 'M'};
     std::memcpy(fileHeader + 2, &size, sizeof size);
@@ -190,7 +190,7 @@ PictureResult WriteBmp(std::FILE* stream, const DibView& view) {
     auto header = FieldAt<DibHeader>(view.block, 0);
     header.biPlanes = 1;
     header.biCompression = 0;
-    header.biSizeImage = pixels > UINT32_MAX ? 0 : static_cast<u32>(pixels);
+    header.biSizeImage = fileBytes > UINT32_MAX ? 0 : static_cast<u32>(pixels);
     header.biClrUsed = palette.count;
 
     const bool written =

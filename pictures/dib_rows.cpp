@@ -1,8 +1,9 @@
 #include "pictures/dib_rows.h"
 
+#include "platform/system/system.h"
+
 #include <algorithm>
 #include <cstring>
-#include <unistd.h>
 
 namespace {
 
@@ -30,9 +31,7 @@ u32 LargestIndex(const DibView& view) {
 } // namespace
 
 bool FitsMemory(u64 bytes) {
-    const auto pages = static_cast<u64>(sysconf(_SC_PHYS_PAGES));
-    const auto pageBytes = static_cast<u64>(sysconf(_SC_PAGESIZE));
-    return bytes / pageBytes < pages;
+    return bytes < PhysicalMemory();
 }
 
 PictureResult NewDib(u64 width, u64 height, u32 bits, u32 paletteEntries, OwnedBlock& dib) {

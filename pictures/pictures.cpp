@@ -2,13 +2,11 @@
 
 #include "pictures/formats.h"
 #include "pictures/whole_file.h"
+#include "platform/system/system.h"
 
 #include <cstring>
-#include <fcntl.h>
 #include <memory>
 #include <strings.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -41,24 +39,10 @@ struct CloseStream {
 };
 using Stream = std::unique_ptr<std::FILE, CloseStream>;
 
-// Opens regular files only: a pipe or a device has no size to hold a header's claims against.
+// A pipe or a device has no size to hold a header's claims against.
 PictureResult OpenFile(const char* path, Stream& stream, u64& bytes) {
-    const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return FileFailure(PictureResult::CannotRead);
-    }
-    struct stat about = {};
-    if (fstat(descriptor, &about) != 0 || !S_ISREG(about.st_mode)) {
-        close(descriptor);
-        return PictureResult::NotAFile;
-    }
-    bytes = static_cast<u64>(about.st_size);
-    stream.reset(fdopen(descriptor, "rb"));
-    if (!stream) {
-        close(descriptor);
-        return PictureResult::CannotRead;
-    }
-    return PictureResult::Ok;
+    stream.reset(OpenOrdinaryFile(path, bytes));
+    return stream ? PictureResult::Ok : FileFailure(PictureResult::CannotRead);
 }
 
 Format FormatOfContent(std::FILE* stream) {

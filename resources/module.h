@@ -1,4 +1,4 @@
-// The library's own module, elsewhere than on Windows: its resources.
+// The module that the resources are linked into.
 #pragma once
 
 #include "platform/win32.h"

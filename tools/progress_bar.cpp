@@ -1,14 +1,12 @@
 #include "tools/progress_bar.h"
 
+#include "platform/system/system.h"
 #include "platform/types.h"
 #include <zq/engine.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
-#include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -16,13 +14,7 @@ constexpr i32 kWidth = 40;
 
 i32 shownPercent = -1;
 
-bool CanDraw() {
-    const char* terminal = std::getenv("TERM");
-    return isatty(STDERR_FILENO) == 1 && terminal != nullptr &&
-           std::string_view(terminal) != "dumb";
-}
-
-void Draw(i32 percent) {
+void ZQ_CALL Draw(i32 percent) {
     if (percent == shownPercent) {
         return;
     }
@@ -36,7 +28,7 @@ void Draw(i32 percent) {
 } // namespace
 
 ProgressBar::ProgressBar() {
-    if (CanDraw()) {
+    if (ErrorsGoToTerminal()) {
         progressHook = Draw;
     }
 }
