@@ -16,9 +16,6 @@ void PrintEffectList();
 // What one effect does and takes.
 void PrintEffectHelp(const EffectDescription& effect);
 
-// Such as "24-bit and grey pictures".
-std::string DescribeClasses(ImageClasses classes);
-
 int RunOnFiles(const CommandLine& commandLine);
 
 // Writes "zqfx: ..." and a line end to stderr.

@@ -52,6 +52,8 @@ constexpr ParameterChoice kDirections[] = {{"top-left", 1}, {"top", 2},         
                                            {"bottom", 7},   {"bottom-right", 8}};
 constexpr ParameterChoice kYesNo[] = {{"no", 0}, {"yes", 1}};
 constexpr ParameterChoice kAxes[] = {{"row", 0}, {"column", 1}};
+constexpr ParameterChoice kSymmetries[] = {
+    {"none", 0}, {"horizontal", 1}, {"vertical", 2}, {"four-way", 3}};
 constexpr ParameterChoice kSketchStyles[] = {{"crayon", 1}, {"pencil", 2}};
 constexpr ParameterChoice kGridSizes[] = {{"large", 3}, {"medium", 1}, {"small", 2}};
 constexpr ParameterChoice kGridHeights[] = {{"high", 0}, {"medium", 1}, {"low", 2}};
@@ -141,12 +143,14 @@ constexpr EffectParameter kRankFilter[] = {
            "yes: the brightest tone of the square, no: the darkest"),
 };
 
-// The field `mode` is a constant that the kernel wants to be other than 0.
 constexpr FindContourParams kFindContourDefaults = {1, 0, 128};
 constexpr EffectParameter kFindContour[] = {
     Choice("channel", offsetof(FindContourParams, channel), kChannels, "what is traced"),
     Number("threshold", offsetof(FindContourParams, threshold), 1, 254,
            "the outline runs around what is brighter"),
+};
+constexpr EffectParameter kFindContourOthers[] = {
+    Number("mode", offsetof(FindContourParams, mode), 1, INT32_MAX, "any number but 0"),
 };
 
 constexpr UserFilterParams kUserFilterDefaults = [] {
@@ -175,6 +179,10 @@ constexpr EffectParameter kUserFilter[] = {
      .refusesZero = true,
      .help = "divides the weighted sum"},
     Number("bias", offsetof(UserFilterParams, bias), INT32_MIN, INT32_MAX, "added at the end"),
+};
+constexpr EffectParameter kUserFilterOthers[] = {
+    Choice("symmetry", offsetof(UserFilterParams, symmetry), kSymmetries,
+           "how the editor mirrors cells; the engine does not look at it"),
 };
 
 constexpr SketchParams kSketchDefaults = {1, 0};
@@ -303,8 +311,10 @@ constexpr ImageClasses kAnyByte = ClassBit(ImageClass::Grey) | ClassBit(ImageCla
 template <class Params>
 constexpr EffectDescription
 Effect(EffectId id, const char* name, const char* title, const char* help, ImageClasses takes,
-       std::span<const EffectParameter> parameters, const Params& defaults) {
-    return {id, name, title, help, takes, parameters, &defaults, sizeof(Params)};
+       std::span<const EffectParameter> parameters, const Params& defaults,
+       std::span<const EffectParameter> otherFields = {}) {
+    return {id,        name,           title,           help,       takes, parameters,
+            &defaults, sizeof(Params), &typeid(Params), otherFields};
 }
 
 constexpr EffectDescription Effect(EffectId id, const char* name, const char* title,
@@ -346,11 +356,11 @@ constexpr EffectDescription kEffects[] = {
     Effect(21, "median", "Median", "removes specks by the middle tone of a square", kGreyOrColour,
            kSquareSize, kSquareSizeDefaults),
     Effect(22, "find-contour", "Find Contour", "draws the outline of what is bright, on black",
-           kGreyOrColour, kFindContour, kFindContourDefaults),
+           kGreyOrColour, kFindContour, kFindContourDefaults, kFindContourOthers),
     Effect(23, "tone-fold", "Tone Fold", "folds the light tones back to dark ones", kPaletteAware),
     Effect(24, "log-tone", "Logarithmic Tone", "lifts the shadows", kPaletteAware),
     Effect(25, "user-filter", "User's Filter", "weighs the 5 x 5 pixels around each one",
-           kGreyOrColour, kUserFilter, kUserFilterDefaults),
+           kGreyOrColour, kUserFilter, kUserFilterDefaults, kUserFilterOthers),
     Effect(32, "sketch", "Sketch", "draws the edges with a crayon or a pencil", kGreyOrColour,
            kSketch, kSketchDefaults),
     Effect(33, "auto-enhance", "Auto Enhance", "brightens, strengthens colours and sharpens",

@@ -6,6 +6,7 @@
 #include <zq/params.h>
 
 #include <span>
+#include <typeinfo>
 
 enum class ParameterKind {
     Number,   // a signed word
@@ -50,6 +51,9 @@ struct EffectDescription {
     // The record with all defaults, chosen so that an effect shows; null for an effect without one.
     const void* defaults;
     std::size_t recordBytes;
+    const std::type_info* recordType = nullptr; // a structure of zq/params.h
+    // Fields that nobody chooses; their value is that of the defaults.
+    std::span<const EffectParameter> otherFields = {};
 };
 
 // All effects by rising number.

@@ -7,18 +7,6 @@
 
 namespace {
 
-struct ClassName {
-    ImageClass imageClass;
-    const char* name;
-};
-constexpr ClassName kClassNames[] = {
-    {ImageClass::Colour, "24-bit"},
-    {ImageClass::Grey, "grey"},
-    {ImageClass::Palette8, "8-bit palette"},
-    {ImageClass::Palette4, "4-bit"},
-    {ImageClass::Mono, "1-bit"},
-};
-
 bool IsValue(const EffectParameter& parameter) {
     return parameter.count == 1 && parameter.kind != ParameterKind::File;
 }
@@ -89,16 +77,6 @@ std::string DefaultText(const EffectDescription& effect, const EffectParameter& 
 }
 
 } // namespace
-
-std::string DescribeClasses(ImageClasses classes) {
-    std::vector<std::string> names;
-    for (const ClassName& row : kClassNames) {
-        if ((classes & ClassBit(row.imageClass)) != 0) {
-            names.push_back(row.name);
-        }
-    }
-    return JoinWords(names, "and") + " pictures";
-}
 
 void PrintEffectList() {
     for (const EffectDescription& effect : EffectTable()) {

@@ -175,6 +175,18 @@ Record DefaultRecord(const EffectDescription& effect) {
     return bytes == nullptr ? Record() : Record(bytes, bytes + effect.recordBytes);
 }
 
+struct ClassName {
+    ImageClass imageClass;
+    const char* name;
+};
+constexpr ClassName kClassNames[] = {
+    {ImageClass::Colour, "24-bit"},
+    {ImageClass::Grey, "grey"},
+    {ImageClass::Palette8, "8-bit palette"},
+    {ImageClass::Palette4, "4-bit"},
+    {ImageClass::Mono, "1-bit"},
+};
+
 } // namespace
 
 bool BuildRecord(const EffectDescription& effect, const std::vector<std::string>& assignments,
@@ -272,4 +284,14 @@ std::string FormatValue(const EffectParameter& parameter, i64 value) {
         return text;
     }
     return std::to_string(value);
+}
+
+std::string DescribeClasses(ImageClasses classes) {
+    std::vector<std::string> names;
+    for (const ClassName& row : kClassNames) {
+        if ((classes & ClassBit(row.imageClass)) != 0) {
+            names.push_back(row.name);
+        }
+    }
+    return JoinWords(names, "and") + " pictures";
 }

@@ -29,3 +29,6 @@ std::string DescribeRange(const EffectParameter& parameter);
 
 // A value as it is typed: the name of a choice, #rrggbb, or a number.
 std::string FormatValue(const EffectParameter& parameter, i64 value);
+
+// Such as "24-bit and grey pictures".
+std::string DescribeClasses(ImageClasses classes);

@@ -53,11 +53,13 @@ TEST_F(EffectTableTest, IsSortedAndNamesEachEffectOnce) {
     }
 }
 
-TEST_F(EffectTableTest, KeepsParametersInsideTheRecordAndApartFromEachOther) {
+TEST_F(EffectTableTest, CoversEachByteOfARecordOnce) {
     for (const EffectDescription& effect : EffectTable()) {
         std::set<std::size_t> taken;
         EXPECT_EQ(effect.parameters.empty(), effect.defaults == nullptr) << effect.name;
-        for (const EffectParameter& parameter : effect.parameters) {
+        std::vector<EffectParameter> fields(effect.parameters.begin(), effect.parameters.end());
+        fields.insert(fields.end(), effect.otherFields.begin(), effect.otherFields.end());
+        for (const EffectParameter& parameter : fields) {
             SCOPED_TRACE(std::string(effect.name) + " " + parameter.name);
             if (parameter.kind == ParameterKind::File) {
                 continue;
@@ -73,6 +75,7 @@ TEST_F(EffectTableTest, KeepsParametersInsideTheRecordAndApartFromEachOther) {
                 EXPECT_TRUE(Accepts(parameter, ParameterValue(parameter, record, i)));
             }
         }
+        EXPECT_EQ(taken.size(), effect.recordBytes) << effect.name;
     }
 }
 
