@@ -3,11 +3,18 @@
 #include "engine/neighbourhood/box_sums.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
 
+namespace {
+
+// The table of quotients would fill a gigabyte from here on: such a record is a mistake.
+constexpr i64 kRefusedDivisor = 1 << 22;
+
+} // namespace
+
 DibHandle CentreWeightedBlur(DibHandle source, const CentreWeightedParams& params) {
-    if (params.centreWeight < 0) {
+    const i32 size = std::max(params.size, 2);
+    if (params.centreWeight < 0 || i64{size} + params.centreWeight >= kRefusedDivisor) {
         return 0;
     }
-    const i32 size = std::max(params.size, 2);
     const auto weight = static_cast<u64>(params.centreWeight);
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         BoxSums box(run.source, size);

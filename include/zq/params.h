@@ -48,7 +48,7 @@ typedef struct SquareSizeParams {
     int32_t size; /**< side of the square in pixels, 2..32, default 3 */
 } SquareSizeParams;
 
-/** Effect 9. */
+/** Effect 9. From 4,194,304 on, size and weight together give no picture. */
 typedef struct CentreWeightedParams {
     int32_t size;         /**< side of the square in pixels; below 2 counts as 2 */
     int32_t centreWeight; /**< weight of the pixel itself, 0 or more */
