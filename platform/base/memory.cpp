@@ -1,9 +1,13 @@
 #include <zq/memory.h>
 
+#include "platform/base/large_block.h"
 #include "platform/base/memory_testing.h"
+#include "platform/base/unfilled_block.h"
 #include "platform/types.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <mutex>
 #include <type_traits>
 
@@ -35,8 +39,10 @@ struct Table {
     std::size_t liveBlocks = 0;
     std::size_t liveLocks = 0;
     std::size_t allocations = 0;
+    std::size_t allocatedBytes = 0;
     std::size_t failingAllocation = 0;
     std::size_t largestBlock = kLargestBlock;
+    bool spoilsUnfilled = false;
 };
 static_assert(std::is_trivially_destructible_v<Table>); // it lives as long as the process
 
@@ -79,7 +85,42 @@ Slot* FindSlot(HGLOBAL block) {
 bool MayAllocate(std::size_t bytes) {
     const std::lock_guard hold(table.mutex);
     ++table.allocations;
+    table.allocatedBytes += std::min(bytes, SIZE_MAX - table.allocatedBytes);
     return table.allocations != table.failingAllocation && bytes <= table.largestBlock;
+}
+
+enum class Content { Zero, Anything };
+
+bool Spoils(Content content) {
+    const std::lock_guard hold(table.mutex);
+    return content == Content::Anything && table.spoilsUnfilled;
+}
+
+// Null for no bytes at all, and when memory is short.
+void* TakeBytes(std::size_t bytes, Content content) {
+    void* address = nullptr;
+    if (IsLargeBlock(bytes)) {
+        const LargeBlock block = TakeLargeBlock(bytes);
+        address = block.address;
+        if (content == Content::Zero && !block.isZero) {
+            std::memset(address, 0, bytes);
+        }
+    } else if (bytes != 0) {
+        address = content == Content::Zero ? std::calloc(bytes, 1) : std::malloc(bytes);
+    }
+    if (address != nullptr && Spoils(content)) {
+        constexpr int kSpoiltByte = 0xA5;
+        std::memset(address, kSpoiltByte, bytes);
+    }
+    return address;
+}
+
+void GiveBytes(void* address, std::size_t bytes) {
+    if (address != nullptr && IsLargeBlock(bytes)) {
+        GiveLargeBlock(address, bytes);
+    } else {
+        std::free(address);
+    }
 }
 
 HGLOBAL EnterBlock(void* address, std::size_t bytes) {
@@ -100,26 +141,27 @@ HGLOBAL EnterBlock(void* address, std::size_t bytes) {
     return reinterpret_cast<HGLOBAL>(std::uintptr_t{slot.generation} * kSlots + index);
 }
 
+HGLOBAL Allocate(std::size_t bytes, Content content) {
+    if (!MayAllocate(bytes)) {
+        return nullptr;
+    }
+    void* const address = TakeBytes(bytes, content);
+    if (address == nullptr && bytes != 0) {
+        return nullptr;
+    }
+    HGLOBAL block = EnterBlock(address, bytes);
+    if (block == nullptr) {
+        GiveBytes(address, bytes);
+    }
+    return block;
+}
+
 } // namespace
 
 extern "C" {
 
 HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes) {
-    if (flags != (GMEM_MOVEABLE | GMEM_ZEROINIT) || !MayAllocate(bytes)) {
-        return nullptr;
-    }
-    void* address = nullptr;
-    if (bytes != 0) {
-        address = std::calloc(bytes, 1);
-        if (address == nullptr) {
-            return nullptr;
-        }
-    }
-    HGLOBAL block = EnterBlock(address, bytes);
-    if (block == nullptr) {
-        std::free(address);
-    }
-    return block;
+    return flags == (GMEM_MOVEABLE | GMEM_ZEROINIT) ? Allocate(bytes, Content::Zero) : nullptr;
 }
 
 void* GlobalLock(HGLOBAL block) {
@@ -146,6 +188,7 @@ BOOL GlobalUnlock(HGLOBAL block) {
 
 HGLOBAL GlobalFree(HGLOBAL block) {
     void* address = nullptr;
+    std::size_t bytes = 0;
     {
         const std::lock_guard hold(table.mutex);
         Slot* slot = FindSlot(block);
@@ -153,6 +196,7 @@ HGLOBAL GlobalFree(HGLOBAL block) {
             return block;
         }
         address = slot->address;
+        bytes = slot->bytes;
         table.liveLocks -= slot->lockCount;
         --table.liveBlocks;
         slot->address = nullptr;
@@ -160,7 +204,7 @@ HGLOBAL GlobalFree(HGLOBAL block) {
         slot->generation = static_cast<u16>(slot->generation % UINT16_MAX + 1);
         GiveSlotBack(static_cast<u32>(slot - slots));
     }
-    std::free(address);
+    GiveBytes(address, bytes);
     return nullptr;
 }
 
@@ -178,6 +222,10 @@ UINT GlobalFlags(HGLOBAL block) {
 
 } // extern "C"
 
+HGLOBAL AllocateUnfilled(std::size_t bytes) {
+    return Allocate(bytes, Content::Anything);
+}
+
 std::size_t LiveBlockCount() {
     const std::lock_guard hold(table.mutex);
     return table.liveBlocks;
@@ -191,6 +239,7 @@ std::size_t LiveLockCount() {
 void FailAllocation(std::size_t n) {
     const std::lock_guard hold(table.mutex);
     table.allocations = 0;
+    table.allocatedBytes = 0;
     table.failingAllocation = n;
 }
 
@@ -199,7 +248,17 @@ std::size_t AllocationCount() {
     return table.allocations;
 }
 
+std::size_t AllocatedBytes() {
+    const std::lock_guard hold(table.mutex);
+    return table.allocatedBytes;
+}
+
 void LimitAllocations(std::size_t bytes) {
     const std::lock_guard hold(table.mutex);
     table.largestBlock = bytes == 0 ? kLargestBlock : bytes;
+}
+
+void SpoilUnfilledBlocks(bool spoil) {
+    const std::lock_guard hold(table.mutex);
+    table.spoilsUnfilled = spoil;
 }

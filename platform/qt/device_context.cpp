@@ -1,6 +1,7 @@
 #include "platform/qt/device_context.h"
 
 #include "platform/qt/drawing_objects.h"
+#include "platform/qt/graphics_testing.h"
 #include "platform/qt/handle_table.h"
 
 #include <memory>
@@ -49,6 +50,10 @@ HDC OpenDeviceContext(QImage& surface, const QRegion& clip) {
 
 void CloseDeviceContext(HDC dc) {
     Contexts().Remove(reinterpret_cast<std::uintptr_t>(dc));
+}
+
+std::size_t LiveDeviceContextCount() {
+    return Contexts().Count();
 }
 
 // Draws on a picture of one pixel until a bitmap is selected.

@@ -6,6 +6,8 @@
 #include "platform/qt/window_testing.h"
 #include "platform/types.h"
 
+#include <QApplication>
+
 #include <algorithm>
 #include <memory>
 #include <unordered_map>
@@ -125,6 +127,10 @@ QString ToQString(const std::string& text) {
 
 std::size_t LiveWindowCount() {
     return Windows().windows.Count();
+}
+
+std::size_t LiveWidgetCount() {
+    return static_cast<std::size_t>(QApplication::allWidgets().size());
 }
 
 extern "C" BOOL IsWindow(HWND window) {

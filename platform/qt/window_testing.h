@@ -9,6 +9,8 @@ class QWidget;
 
 ZQ_API std::size_t LiveWindowCount();
 ZQ_API std::size_t LiveTimerCount();
+// Widgets of the whole application; those that wait for their deletion count.
+ZQ_API std::size_t LiveWidgetCount();
 // Without the classes that the layer brings.
 ZQ_API std::size_t RegisteredClassCount();
 
