@@ -1,5 +1,6 @@
 #include "engine/frame.h"
 
+#include "platform/base/unfilled_block.h"
 #include "platform/win32.h"
 
 #include <cstring>
@@ -44,6 +45,13 @@ private:
     const bool shown_;
 };
 
+// Kernels write every pixel but not what follows a row's last one; only when nothing does may the
+// block hold something old.
+DibHandle AllocateResult(const DibView& source) {
+    return source.stride == source.rowBytes ? ZqHandleOfBlock(AllocateUnfilled(source.size))
+                                            : AllocateBlock(source.size);
+}
+
 } // namespace
 
 void KernelRun::CopyHeadWithoutAsking() const {
@@ -64,7 +72,7 @@ DibHandle RunKernelWork(DibHandle source, Depths depths, BusyCursor cursor, Kern
         return 0;
     }
     const BusyCursorGuard busy(cursor);
-    OwnedBlock result(AllocateBlock(view.size));
+    OwnedBlock result(AllocateResult(view));
     BlockLock resultLock(result.Handle());
     if (!resultLock) {
         return 0;

@@ -13,6 +13,11 @@ inline std::size_t PixelBytes(const DibView& source) {
     return source.bits / 8;
 }
 
+// Makes the whole result black, for a kernel that leaves pixels of it unwritten.
+inline void ClearPixels(const KernelRun& run) {
+    std::memset(run.ResultRow(0), 0, run.source.size - run.source.head);
+}
+
 // Calls `work` with the bytes of a pixel as a constant, so that its loops are made for one depth.
 template <class Work>
 decltype(auto) WithPixelBytes(const DibView& source, const Work& work) {

@@ -37,6 +37,7 @@ DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
         const BlockTable<i32> columnShift(width);
         if (!columnShift) {
             run.CopyHead(); // a black picture rather than none
+            ClearPixels(run);
             return WorkEnd::Done;
         }
         RandomWalk columnWalk(chance);

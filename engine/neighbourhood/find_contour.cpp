@@ -2,6 +2,7 @@
 // and columns stay black, and so do planes that are not chosen.
 #include "engine/frame.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/pixel.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ DibHandle FindContour(DibHandle source, const FindContourParams& params) {
     }
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         run.CopyHead();
+        ClearPixels(run);
         const Traced traced = TracedSamples(run.source, params.channel);
         const i32 height = run.source.height;
         for (i32 y = 1; y < height - 1; ++y) {

@@ -274,6 +274,7 @@ void CheckKernel(const CheckedKernel& kernel) {
     const i32 cases = kCases * (std::getenv("ZQ_LONG") != nullptr ? kLongFactor : 1);
     i32 taken = 0;
     u32 engineState = 1;
+    SpoilUnfilledBlocks(true);
     for (i32 number = 0; number < cases && !testing::Test::HasFailure(); ++number) {
         const Case made = MakeCase(kernel, static_cast<u32>(number));
         const ReferenceResult whole = Compare(made, 0, engineState);
@@ -292,6 +293,7 @@ void CheckKernel(const CheckedKernel& kernel) {
             }
         }
     }
+    SpoilUnfilledBlocks(false);
     UseVectorTarget(0);
     EXPECT_TRUE(testing::Test::HasFailure() || taken * 3 > cases) << "most cases are refused";
 }

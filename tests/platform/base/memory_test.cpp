@@ -1,4 +1,5 @@
 #include "platform/base/memory_testing.h"
+#include "platform/base/unfilled_block.h"
 #include "platform/types.h"
 #include <zq/memory.h>
 
@@ -37,7 +38,10 @@ void ExpectNamesNoBlock(HGLOBAL handle) {
 }
 
 TEST_F(Memory, ABlockIsZeroFilledAndKnowsItsSize) {
-    for (const std::size_t bytes : {std::size_t{1}, std::size_t{1067}, std::size_t{3} << 20}) {
+    constexpr std::size_t kMega = std::size_t{1} << 20;
+    // In an order in which used memory is cut down, too small, and more than what is kept.
+    for (const std::size_t bytes : {std::size_t{1}, std::size_t{1067}, 3 * kMega, 4 * kMega + 1,
+                                    20 * kMega - 1, 17 * kMega, 19 * kMega + 7, 100 * kMega}) {
         // A block of that size that was written to goes first, so that its memory may come again.
         for (int round = 0; round < 2; ++round) {
             HGLOBAL block = GlobalAlloc(kFlags, bytes);
@@ -154,12 +158,67 @@ TEST_F(Memory, JustTheChosenAllocationFails) {
     GlobalFree(blocks[2]);
 }
 
+TEST_F(Memory, LargeBlocksStayApartAndGoOnComing) {
+    struct Live {
+        HGLOBAL block;
+        u8 mark;
+    };
+    std::vector<Live> live;
+    std::mt19937 random(3);
+    for (int step = 0; step < 100; ++step) {
+        SCOPED_TRACE(step);
+        if (live.size() < 6 && random() % 2 == 0) {
+            const std::size_t bytes = (std::size_t{4} << 20) + random() % (std::size_t{12} << 20);
+            const bool unfilled = random() % 2 == 0;
+            HGLOBAL block = unfilled ? AllocateUnfilled(bytes) : GlobalAlloc(kFlags, bytes);
+            auto* address = static_cast<u8*>(GlobalLock(block));
+            ASSERT_NE(address, nullptr);
+            ASSERT_EQ(GlobalSize(block), bytes);
+            ASSERT_TRUE(unfilled || std::count(address, address + bytes, 0) ==
+                                        static_cast<std::ptrdiff_t>(bytes));
+            const u8 mark = static_cast<u8>(1 + step % 255);
+            std::memset(address, mark, bytes);
+            live.push_back({block, mark});
+        } else if (!live.empty()) {
+            const std::size_t chosen = random() % live.size();
+            const auto [block, mark] = live[chosen];
+            const auto* address = static_cast<const u8*>(GlobalLock(block));
+            const auto bytes = static_cast<std::ptrdiff_t>(GlobalSize(block));
+            ASSERT_EQ(std::count(address, address + bytes, mark), bytes)
+                << "another one wrote here";
+            ASSERT_EQ(GlobalFree(block), nullptr);
+            live.erase(live.begin() + static_cast<std::ptrdiff_t>(chosen));
+        }
+    }
+    for (const Live& left : live) {
+        GlobalFree(left.block);
+    }
+}
+
+TEST_F(Memory, UnfilledBlocksCanBeSpoilt) {
+    SpoilUnfilledBlocks(true);
+    for (const std::size_t bytes : {std::size_t{9}, std::size_t{5} << 20}) {
+        HGLOBAL block = AllocateUnfilled(bytes);
+        const auto* address = static_cast<const u8*>(GlobalLock(block));
+        ASSERT_NE(address, nullptr);
+        EXPECT_NE(address[0], 0);
+        EXPECT_NE(address[bytes - 1], 0);
+        GlobalFree(block);
+        block = GlobalAlloc(kFlags, bytes);
+        EXPECT_EQ(*static_cast<const u8*>(GlobalLock(block)), 0);
+        GlobalFree(block);
+    }
+    SpoilUnfilledBlocks(false);
+    EXPECT_EQ(AllocateUnfilled(SIZE_MAX / 2 + 1), nullptr);
+}
+
 TEST_F(Memory, ServesSeveralThreadsAtATime) {
     HGLOBAL shared = GlobalAlloc(kFlags, 4);
     std::vector<std::thread> threads;
     for (u8 mark = 1; mark <= 4; ++mark) {
         threads.emplace_back([shared, mark] {
-            for (std::size_t i = 1; i <= 2000; ++i) {
+            for (std::size_t n = 1; n <= 2000; ++n) {
+                const std::size_t i = n % 200 == 0 ? n << 15 : n;
                 HGLOBAL block = GlobalAlloc(kFlags, i);
                 auto* address = static_cast<u8*>(GlobalLock(block));
                 ASSERT_NE(address, nullptr);
