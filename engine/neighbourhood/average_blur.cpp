@@ -1,6 +1,5 @@
-// The mean of a square: along the rows, then along the columns. Beyond the edges the edge pixels
-// repeat.
-#include "engine/neighbourhood/box_sums.h"
+// The mean of a square.
+#include "engine/neighbourhood/box_blur.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
 
 DibHandle AverageBlur(DibHandle source, const SquareSizeParams& params) {
@@ -8,11 +7,9 @@ DibHandle AverageBlur(DibHandle source, const SquareSizeParams& params) {
         return 0;
     }
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        BoxSums box(run.source, params.size);
-        const RoundedMean mean(static_cast<u64>(params.size));
-        if (!box || !mean) {
-            return WorkEnd::NoMemory;
-        }
-        return FilterRowsThenColumns(run, [&](const Line& line) { AverageLine(box, mean, line); });
+        const RoundedDivision mean(params.size);
+        return BlurBox(run, params.size, [&](const ColumnWindows& windows, i32, u8* to) {
+            SlideToMeans(windows, mean, to);
+        });
     });
 }

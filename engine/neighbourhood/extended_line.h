@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/block.h"
-#include "engine/neighbourhood/two_pass.h"
+#include "engine/neighbourhood/old_two_pass.h"
 
 #include <algorithm>
 #include <array>

@@ -1,63 +1,82 @@
 // Filters that go along all rows of the source and then, over what the rows gave, along all
 // columns. The rounding of the first pass is part of the result.
+//
+// Both passes go up the picture together, the columns behind the rows, so that only as many rows as
+// a window holds are kept between them, and both passes work on whole rows.
 #pragma once
 
 #include "engine/pixel.h"
+#include "engine/spread_lines.h"
 
-#include <algorithm>
+// The rows that the first pass gave, as far as the windows of the second one need them. The window
+// of `size` rows at y begins at y - size / 2; beyond the edges the edge rows repeat.
+class RowRing {
+public:
+    RowRing(const DibView& source, i64 size)
+        : size_(size), height_(source.height), kept_(std::min(size + 1, height_)),
+          stride_((source.rowBytes + kAlignment - 1) / kAlignment * kAlignment),
+          rows_(static_cast<u64>(kept_) * stride_) {}
 
-// A row of pixels, or a strip of neighbouring columns taken as a line of row pieces. A position
-// holds `samples` bytes, which are filtered side by side. For strips `from` is `to`.
-struct Line {
-    const u8* from;
-    u8* to;
-    std::size_t step; // bytes from position to position
-    std::size_t samples;
-    i32 count; // positions
+    // False when memory was short.
+    explicit operator bool() const { return static_cast<bool>(rows_); }
+
+    i64 Size() const { return size_; }
+    // The window at y begins with this row and ends with that one.
+    i64 FirstOf(i64 y) const { return y - size_ / 2; }
+    i64 LastOf(i64 y) const { return FirstOf(y) + size_ - 1; }
+
+    // A row of the window at y, or the one below it.
+    const u8* Row(i64 y) const { return Slot(std::clamp<i64>(y, 0, height_ - 1)); }
+    u8* Slot(i64 y) const {
+        return rows_.Entries() + static_cast<std::size_t>(y % kept_) * stride_;
+    }
+
+    // Calls `use(row, times)` for each row of the window at y, with how often it stands there.
+    template <class Use>
+    void ForWindow(i64 y, const Use& use) const {
+        const i64 begin = FirstOf(y);
+        const i64 end = begin + size_;
+        const i64 lowest = std::clamp<i64>(begin, 0, height_ - 1);
+        const i64 highest = std::clamp<i64>(end - 1, 0, height_ - 1);
+        for (i64 row = lowest; row <= highest; ++row) {
+            const i64 from = row == lowest ? begin : row;
+            const i64 to = row == highest ? end : row + 1;
+            use(Slot(row), to - from);
+        }
+    }
+
+private:
+    static constexpr std::size_t kAlignment = 64;
+
+    const i64 size_;
+    const i64 height_;
+    const i64 kept_;
+    const std::size_t stride_;
+    const BlockTable<u8> rows_;
 };
 
-// Columns are filtered in strips of so many bytes, so that the picture is walked in the order of
-// memory.
-constexpr std::size_t kMostSamples = 192;
-
-inline i32 StripColumns(const DibView& source) {
-    return std::min(static_cast<i32>(kMostSamples / PixelBytes(source)), source.width);
-}
-
-// Calls `filterRow(line)` for each row and `filterStrip(line, sourcePixels)` for each strip, with
-// the source's pixels at the strip's first position. Callers see one question per row and column,
+// Calls `filterRow(from, to)` for each row of the source, and `filterColumns(y, to)` for each row
+// of the result as soon as the ring holds its window. Callers see one question per row and column,
 // reports from 0 to 50 percent for the rows and from 50 to 100 for the columns.
-template <class RowFilter, class StripFilter>
-WorkEnd FilterRowsThenColumns(const KernelRun& run, const RowFilter& filterRow,
-                              const StripFilter& filterStrip) {
+template <class RowFilter, class ColumnFilter>
+WorkEnd FilterRowsThenColumns(const KernelRun& run, const RowRing& rows, const RowFilter& filterRow,
+                              const ColumnFilter& filterColumns) {
     run.CopyHead();
-    const DibView& source = run.source;
-    const std::size_t pixel = PixelBytes(source);
-    for (i32 y = 0; y < source.height; ++y) {
-        if (!run.BeginLine(y, source.height, 0, 50)) {
-            return WorkEnd::Stopped;
-        }
-        filterRow(Line{source.Row(y), run.ResultRow(y), pixel, pixel, source.width});
-    }
-    i32 columns = 0;
-    for (i32 x = 0; x < source.width; x += columns) {
-        columns = std::min(StripColumns(source), source.width - x);
-        for (i32 column = 0; column < columns; ++column) {
-            if (!run.BeginLine(x + column, source.width, 50, 50)) {
+    const i32 height = run.source.height;
+    const i32 width = run.source.width;
+    SpreadLines lines(run, {0, height, height, 0, 50}, {0, width, width, 50, 50});
+    i32 filtered = 0;
+    for (i32 y = 0; y < height; ++y) {
+        for (; filtered < height && filtered <= rows.LastOf(y); ++filtered) {
+            if (!lines.Begin(i64{y} + filtered, i64{2} * height)) {
                 return WorkEnd::Stopped;
             }
+            filterRow(run.source.Row(filtered), rows.Slot(filtered));
         }
-        const std::size_t offset = static_cast<std::size_t>(x) * pixel;
-        u8* first = run.ResultRow(0) + offset;
-        filterStrip(Line{first, first, source.stride, static_cast<std::size_t>(columns) * pixel,
-                         source.height},
-                    source.Row(0) + offset);
+        if (!lines.Begin(i64{y} + filtered, i64{2} * height)) {
+            return WorkEnd::Stopped;
+        }
+        filterColumns(y, run.ResultRow(y));
     }
     return WorkEnd::Done;
-}
-
-// The same filter along rows and columns.
-template <class Filter>
-WorkEnd FilterRowsThenColumns(const KernelRun& run, const Filter& filter) {
-    return FilterRowsThenColumns(run, filter, [&](const Line& strip, const u8*) { filter(strip); });
 }

@@ -1,33 +1,21 @@
 // Adds to each sample a part of its difference from the mean of a square, unless the difference is
 // below a threshold.
-#include "engine/neighbourhood/box_sums.h"
+#include "engine/neighbourhood/box_blur.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/vector/difference_rows.h"
+#include "engine/vector/map_bytes.h"
 
 namespace {
 
-// What a difference of -255..255 adds. The negative side stands one step behind the positive one:
-// -1 takes what 0 would, -2 what 1 would, so that darkening sets in a step later than lightening.
-class GainTable {
-public:
-    GainTable(i32 percent, i32 threshold) {
-        for (i32 size = 0; size < 256; ++size) {
-            const i32 gain = size < threshold ? 0 : (50 + size * percent) / 100;
-            Entry(size) = gain;
-            if (size < 255) {
-                Entry(-(size + 1)) = -gain;
-            }
-        }
+// What a difference adds. 255 is as good as more.
+ByteTable GainTable(i32 percent, i32 threshold) {
+    ByteTable gains;
+    for (i32 difference = 0; difference < 256; ++difference) {
+        const i32 gain = difference < threshold ? 0 : (50 + difference * percent) / 100;
+        gains[static_cast<std::size_t>(difference)] = static_cast<u8>(std::min(gain, 255));
     }
-
-    i32 operator[](i32 difference) const {
-        return gains_[static_cast<std::size_t>(difference + 255)];
-    }
-
-private:
-    i32& Entry(i32 difference) { return gains_[static_cast<std::size_t>(difference + 255)]; }
-
-    std::array<i32, 511> gains_;
-};
+    return gains;
+}
 
 } // namespace
 
@@ -36,26 +24,20 @@ DibHandle UnsharpMask(DibHandle source, const UnsharpMaskParams& params) {
         params.threshold < 0 || params.threshold > 255) {
         return 0;
     }
-    const GainTable gains(params.effect, params.threshold);
+    const ByteTable gains = GainTable(params.effect, params.threshold);
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        BoxSums box(run.source, params.size);
-        const RoundedMean mean(static_cast<u64>(params.size));
-        if (!box || !mean) {
-            return WorkEnd::NoMemory;
-        }
-        return FilterRowsThenColumns(
-            run, [&](const Line& row) { AverageLine(box, mean, row); },
-            [&](const Line& strip, const u8* originals) {
-                box.Slide(strip, [&](i32 position, const u64* sums) {
-                    const std::size_t at = static_cast<std::size_t>(position) * strip.step;
-                    std::array<u8, kMostSamples> blurred;
-                    mean.Divide(sums, strip.samples, blurred.data());
-                    for (std::size_t i = 0; i < strip.samples; ++i) {
-                        const i32 original = originals[at + i];
-                        const i32 sharpened = original + gains[original - blurred[i]];
-                        strip.to[at + i] = static_cast<u8>(std::clamp(sharpened, 0, 255));
-                    }
-                });
-            });
+        const RoundedDivision mean(params.size);
+        return BlurBox(run, params.size, [&](const ColumnWindows& windows, i32 y, u8* to) {
+            const u8* from = run.source.Row(y);
+            constexpr std::size_t kBlock = 2048;
+            std::array<u8, kBlock> block;
+            SlideToMeans(windows, mean, to);
+            for (std::size_t done = 0; done < windows.count; done += kBlock) {
+                const std::size_t n = std::min(kBlock, windows.count - done);
+                StepsFrom(to + done, from + done, block.data(), n);
+                MapBytes(block.data(), block.data(), n, gains);
+                MoveAway(to + done, from + done, block.data(), to + done, n);
+            }
+        });
     });
 }

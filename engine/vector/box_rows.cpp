@@ -1,0 +1,149 @@
+#include "engine/vector/box_rows.h"
+
+#include <algorithm>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "engine/vector/box_rows.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
+
+// What is in work at a time stays in the first cache.
+constexpr std::size_t kBlock = 2048;
+constexpr std::size_t kMostStep = 3;
+constexpr std::size_t kRoom = kBlock + kMostStep * RoundedDivision::kLargest;
+
+struct WholeSum {
+    u16 operator()(i32 sum) const { return static_cast<u16>(sum); }
+};
+
+// Joins each window with the one `distance` further on, which begins where the first one ends, and
+// with one sample more if there are `singles`.
+template <class Part, class Whole, class Finish>
+void Join(const Part* __restrict parts, std::size_t distance, const u8* __restrict singles,
+          Whole* __restrict wholes, std::size_t count, const Finish finish) {
+    if (singles == nullptr) {
+        for (std::size_t i = 0; i < count; ++i) {
+            wholes[i] = finish(parts[i] + parts[i + distance]);
+        }
+    } else {
+        for (std::size_t i = 0; i < count; ++i) {
+            wholes[i] = finish(parts[i] + parts[i + distance] + singles[i]);
+        }
+    }
+}
+
+// Doubles the windows until they have their size: from one of n samples comes one of 2n or 2n + 1.
+void MeansOfBlock(const u8* samples, u32 size, std::size_t step, const RoundedDivision& division,
+                  u8* means, std::size_t count) {
+    u16 room[2][kRoom];
+    u16* sums = room[0];
+    u16* wider = room[1];
+    u32 level = 0;
+    while (size >> level > 1) {
+        ++level;
+    }
+    for (std::size_t reach = 1; level > 0;) {
+        --level;
+        const bool odd = (size >> level & 1) != 0;
+        const std::size_t distance = reach * step;
+        const u8* singles = odd ? samples + 2 * distance : nullptr;
+        const std::size_t wanted = count + (size - (2 * reach + odd)) * step;
+        if (level == 0) {
+            if (reach == 1) {
+                Join(samples, distance, singles, means, count, division);
+            } else {
+                Join(sums, distance, singles, means, count, division);
+            }
+        } else if (reach == 1) {
+            Join(samples, distance, singles, sums, wanted, WholeSum());
+        } else {
+            Join(sums, distance, singles, wider, wanted, WholeSum());
+            std::swap(sums, wider);
+        }
+        reach = 2 * reach + odd;
+    }
+}
+
+void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
+                   u8* means, std::size_t count) {
+    for (std::size_t done = 0; done < count; done += kBlock) {
+        MeansOfBlock(samples + done, static_cast<u32>(size), step, division, means + done,
+                     std::min(kBlock, count - done));
+    }
+}
+
+void AddToSums(const u8* __restrict row, i32 times, u16* __restrict sums, std::size_t count) {
+    const auto factor = static_cast<u16>(times);
+    for (std::size_t i = 0; i < count; ++i) {
+        sums[i] = static_cast<u16>(sums[i] + row[i] * factor);
+    }
+}
+
+void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division,
+                  u8* __restrict means) {
+    u16* __restrict sums = windows.sums;
+    const u8* __restrict entering = windows.entering;
+    const u8* __restrict leaving = windows.leaving;
+    const RoundedDivision mean = division;
+    for (std::size_t i = 0; i < windows.count; ++i) {
+        const auto sum = static_cast<u16>(sums[i] + entering[i] - leaving[i]);
+        sums[i] = sum;
+        means[i] = mean(sum);
+    }
+}
+
+void SlideToWeightedMeans(const ColumnWindows& windows, const u8* __restrict centres, i32 weight,
+                          const RoundedDivision& division, u8* __restrict means) {
+    u16* __restrict sums = windows.sums;
+    const u8* __restrict entering = windows.entering;
+    const u8* __restrict leaving = windows.leaving;
+    const RoundedDivision mean = division;
+    const auto factor = static_cast<u16>(weight);
+    for (std::size_t i = 0; i < windows.count; ++i) {
+        const auto sum = static_cast<u16>(sums[i] + entering[i] - leaving[i]);
+        sums[i] = sum;
+        means[i] = mean(static_cast<u16>(sum + centres[i] * factor));
+    }
+}
+
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+RoundedDivision::RoundedDivision(i32 divisor) : half(static_cast<u16>(divisor / 2)) {
+    i32 shift = 0;
+    while (2 << shift < divisor) {
+        ++shift;
+    }
+    scale = static_cast<u16>(1 << (7 - shift));
+    factor = static_cast<u16>(((1 << (16 + shift)) + divisor - 1) / divisor);
+}
+
+HWY_EXPORT(MeansAlongRow);
+HWY_EXPORT(AddToSums);
+HWY_EXPORT(SlideToMeans);
+HWY_EXPORT(SlideToWeightedMeans);
+
+void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
+                   u8* means, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(MeansAlongRow)(samples, size, step, division, means, count);
+}
+
+void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(AddToSums)(row, times, sums, count);
+}
+
+void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division, u8* means) {
+    HWY_DYNAMIC_DISPATCH(SlideToMeans)(windows, division, means);
+}
+
+void SlideToWeightedMeans(const ColumnWindows& windows, const u8* centres, i32 weight,
+                          const RoundedDivision& division, u8* means) {
+    HWY_DYNAMIC_DISPATCH(SlideToWeightedMeans)(windows, centres, weight, division, means);
+}
+
+#endif
