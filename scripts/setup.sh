@@ -14,6 +14,7 @@ build_packages=(
 check_packages=(
     clang-format clang-tidy
     xvfb xdotool imagemagick
+    doxygen pkg-config dpkg-dev file
 )
 
 fail() {

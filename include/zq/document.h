@@ -62,19 +62,21 @@ typedef struct ImageDocument {
     int32_t width;     /**< canvas width in pixels */
     int32_t height;    /**< canvas height in pixels */
     int32_t bitDepth;  /**< 8 marks a grey document, for which dialogs offer no colour channels */
-    uint8_t carried16[72]; /**< carried */
-    int32_t layerCount;    /**< entries in use in `layers` */
-    LayerEntry layers[ZQ_LAYER_TABLE_SIZE];
-    int32_t currentLayer;      /**< index of the layer that an effect works on */
-    uint32_t carried30396;     /**< carried */
-    uint32_t documentWord7600; /**< carried; a preview document sets it to 0 */
-    int32_t selectionX0;       /**< selection rectangle, first corner */
-    int32_t selectionY0;
-    int32_t selectionX1; /**< second corner; the corners come in either order */
-    int32_t selectionY1;
-    int32_t selectionActive; /**< non-zero: the four words above hold a selection */
+    uint8_t carried16[72];                  /**< carried */
+    int32_t layerCount;                     /**< entries in use in `layers` */
+    LayerEntry layers[ZQ_LAYER_TABLE_SIZE]; /**< the layers, unused entries behind them */
+    int32_t currentLayer;                   /**< index of the layer that an effect works on */
+    uint32_t carried30396;                  /**< carried */
+    uint32_t documentWord7600;              /**< carried; a preview document sets it to 0 */
+    int32_t selectionX0;                    /**< selection rectangle, first corner */
+    int32_t selectionY0;                    /**< its y */
+    int32_t selectionX1;                    /**< second corner; the corners come in either order */
+    int32_t selectionY1;                    /**< its y */
+    int32_t selectionActive;                /**< non-zero: the four words above hold a selection */
 } ImageDocument;
 
+/** @def ZQ_FORMAT_ASSERT
+ *  Makes sure that a compiler lays the formats out as they are. */
 #ifdef __cplusplus
 #define ZQ_FORMAT_ASSERT(condition) static_assert(condition, #condition)
 #else

@@ -3,7 +3,7 @@
  *  header, size or version: the effect's number alone tells its layout. Valid C and C++.
  *
  *  Ranges are those that the effect accepts; a value outside gives no picture unless said
- * otherwise.
+ *  otherwise.
  */
 #ifndef ZQ_PARAMS_H
 #define ZQ_PARAMS_H

@@ -35,17 +35,24 @@
 
 #else
 
+/** Calling convention of the exports and hooks; on Windows `__stdcall`. */
 #define ZQ_CALL
+/** Marks a function of a shared library. */
 #define ZQ_API __attribute__((visibility("default")))
+/** Marks a variable of `zqengine`. */
 #define ZQ_ENGINE_DATA ZQ_API
 
-typedef void* HGLOBAL;
-typedef unsigned int UINT;
-typedef int BOOL;
-typedef size_t SIZE_T;
+typedef void* HGLOBAL;     /**< a block of memory.h */
+typedef unsigned int UINT; /**< flags */
+typedef int BOOL;          /**< 0 is no, anything else yes */
+typedef size_t SIZE_T;     /**< a size in bytes */
 
 #endif
 
+/** @def ZQ_EXTERN_C_BEGIN
+ *  Opens the declarations that C and C++ share.
+ *  @def ZQ_EXTERN_C_END
+ *  Closes them. */
 #ifdef __cplusplus
 #define ZQ_EXTERN_C_BEGIN extern "C" {
 #define ZQ_EXTERN_C_END }

@@ -27,7 +27,7 @@ ZQ_EXTERN_C_BEGIN
  *                      (a Qt window's WId, an X11 window) cast to a pointer; null for none
  *  @param document     the picture; its current layer needs an image and a mask
  *  @param paramBuffer  room for the effect's record (params.h), aligned as the record is; read it
- * only after the result 1
+ *                      only after the result 1
  *  @return 1 after OK; 0 after Cancel, without `paramBuffer`, and while another dialog is open; -2
  *          for an effect without a dialog, and where a dialog that works in the buffer cannot be
  *          made */
@@ -52,8 +52,13 @@ ZQ_API int32_t ZQ_CALL GetZQBrowserParam(void* parent, DocHandle document, int32
                                          void* paramBuffer, int32_t bufferSize);
 
 /** Sets the three words that every preview hands to the imaging library as its background, from the
- *  next paint on. They are 0 until then and last for the process.
- *  @return 1 */
+ *  next paint on. They are 0 until then and last for the process. With the library that comes
+ * along:
+ *
+ *  @param word0  0 a checkerboard in greys, 1 the plain colour `word1`, 2 a checkerboard of both
+ *  @param word1  a colour, 0x00BBGGRR
+ *  @param word2  a colour
+ *  @return 1; 0, with nothing set, on a thread that may not show dialogs */
 ZQ_API int32_t ZQ_CALL GetZquiBackgroundSetting(int32_t word0, uint32_t word1, uint32_t word2);
 
 ZQ_EXTERN_C_END
