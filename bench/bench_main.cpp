@@ -39,8 +39,8 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
     }
-    const OwnedBlock colour = MakeBenchPicture(false);
-    const OwnedBlock grey = MakeBenchPicture(true);
+    const OwnedBlock colour = MakeBenchPicture(kBenchWidth, kBenchHeight, false);
+    const OwnedBlock grey = MakeBenchPicture(kBenchWidth, kBenchHeight, true);
     if (!colour || !grey) {
         std::fputs("zq_bench: the pictures to work on cannot be made\n", stderr);
         return 2;

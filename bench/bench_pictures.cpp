@@ -40,12 +40,12 @@ double Light(i32 x, i32 y) {
 
 } // namespace
 
-OwnedBlock MakeBenchPicture(bool grey) {
+OwnedBlock MakeBenchPicture(i32 width, i32 height, bool grey) {
     Photograph photograph;
     OwnedBlock picture;
     if (!ReadPhotograph(photograph) ||
-        (grey ? NewGreyDib(kBenchWidth, kBenchHeight, picture)
-              : NewDib(kBenchWidth, kBenchHeight, 24, 0, picture)) != PictureResult::Ok) {
+        (grey ? NewGreyDib(width, height, picture) : NewDib(width, height, 24, 0, picture)) !=
+            PictureResult::Ok) {
         return {};
     }
     const BlockLock lock(picture.Handle());
@@ -53,10 +53,10 @@ OwnedBlock MakeBenchPicture(bool grey) {
     if (!lock || !ViewDib(lock.Bytes(), BlockSize(picture.Handle()), view)) {
         return {};
     }
-    for (i32 y = 0; y < kBenchHeight; ++y) {
+    for (i32 y = 0; y < height; ++y) {
         const u8* from = photograph.view.Row(Mirrored(y, photograph.view.height));
         u8* to = lock.Bytes() + view.head + static_cast<std::size_t>(y) * view.stride;
-        for (i32 x = 0; x < kBenchWidth; ++x) {
+        for (i32 x = 0; x < width; ++x) {
             const u8* bgr = from + 3 * static_cast<std::size_t>(Mirrored(x, photograph.view.width));
             const double light = Light(x, y);
             const auto lit = [&](double tone) {
