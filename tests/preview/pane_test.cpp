@@ -231,6 +231,28 @@ TEST_F(PaneTest, KeepsTheOldPictureWhenTheLayerCanNoLongerBeCropped) {
     EXPECT_EQ(PictureBytes(after), shown);
 }
 
+// The picture before where the crop fails, the crop where the effect fails; never none.
+TEST_F(PaneTest, ShowsAWholePictureWhicheverAllocationFails) {
+    Wire();
+    BrightnessContrastParams record{0, 50, 0};
+    const std::vector<u8> crop = PictureBytes(after);
+    Announce(after, &record);
+    Tick(after);
+    const std::vector<u8> changed = PictureBytes(after);
+    i32 crops = 0;
+    const auto run = [&] {
+        Announce(after, &record);
+        Tick(after);
+    };
+    const std::size_t allocations = FailEachAllocation(run, [&](bool failed) {
+        const std::vector<u8> shown = PictureBytes(after);
+        EXPECT_TRUE(shown == changed || (failed && shown == crop));
+        crops += shown == crop ? 1 : 0;
+    });
+    EXPECT_EQ(crops, 1);
+    EXPECT_EQ(allocations, 8u); // a document, three blocks for each of two crops, the result
+}
+
 TEST_F(PaneTest, PaintsWhatTheImagingLibraryRendersInTheMiddle) {
     Wire();
     backgroundWord0 = -7;
