@@ -15,9 +15,8 @@ struct AskedLines {
     i32 span;
 };
 
-// Asks and reports all lines of
-// `first` and then those of `second`, evenly spread over the work, so that it stops soon whenever
-// it is told to.
+// Asks and reports all lines of `first` and then those of `second`, evenly spread over the work, so
+// that it stops soon whenever it is told to.
 class SpreadLines {
 public:
     SpreadLines(const KernelRun& run, const AskedLines& first, const AskedLines& second)

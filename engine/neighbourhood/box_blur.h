@@ -15,7 +15,7 @@ WorkEnd BlurBox(const KernelRun& run, i32 size, const Finish& finish) {
     const RoundedDivision mean(size);
     const ExtendedRow extended(run.source, size);
     const RowRing rows(run.source, size);
-    const BlockTable<u16> sums(count);
+    const RowTable<u16> sums(1, count);
     if (!extended || !rows || !sums) {
         return WorkEnd::NoMemory;
     }
@@ -27,10 +27,10 @@ WorkEnd BlurBox(const KernelRun& run, i32 size, const Finish& finish) {
         [&](i32 y, u8* to) {
             if (y == 0) {
                 rows.ForWindow(-1, [&](const u8* row, i64 times) {
-                    AddToSums(row, static_cast<i32>(times), sums.Entries(), count);
+                    AddToSums(row, static_cast<i32>(times), sums.Row(0), count);
                 });
             }
-            finish(ColumnWindows{sums.Entries(), rows.Row(rows.LastOf(y)),
+            finish(ColumnWindows{sums.Row(0), rows.Row(rows.LastOf(y)),
                                  rows.Row(rows.FirstOf(y) - 1), count},
                    y, to);
         });

@@ -5,6 +5,7 @@
 // a window holds are kept between them, and both passes work on whole rows.
 #pragma once
 
+#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
 #include "engine/spread_lines.h"
 
@@ -14,8 +15,7 @@ class RowRing {
 public:
     RowRing(const DibView& source, i64 size)
         : size_(size), height_(source.height), kept_(std::min(size + 1, height_)),
-          stride_((source.rowBytes + kAlignment - 1) / kAlignment * kAlignment),
-          rows_(static_cast<u64>(kept_) * stride_) {}
+          rows_(static_cast<u64>(kept_), source.rowBytes) {}
 
     // False when memory was short.
     explicit operator bool() const { return static_cast<bool>(rows_); }
@@ -27,9 +27,7 @@ public:
 
     // A row of the window at y, or the one below it.
     const u8* Row(i64 y) const { return Slot(std::clamp<i64>(y, 0, height_ - 1)); }
-    u8* Slot(i64 y) const {
-        return rows_.Entries() + static_cast<std::size_t>(y % kept_) * stride_;
-    }
+    u8* Slot(i64 y) const { return rows_.Row(static_cast<std::size_t>(y % kept_)); }
 
     // Calls `use(row, times)` for each row of the window at y, with how often it stands there.
     template <class Use>
@@ -46,20 +44,18 @@ public:
     }
 
 private:
-    static constexpr std::size_t kAlignment = 64;
-
     const i64 size_;
     const i64 height_;
     const i64 kept_;
-    const std::size_t stride_;
-    const BlockTable<u8> rows_;
+    const RowTable<u8> rows_;
 };
 
-// Calls `filterRow(from, to)` for each row of the source, and `filterColumns(y, to)` for each row
-// of the result as soon as the ring holds its window. Callers see one question per row and column,
-// reports from 0 to 50 percent for the rows and from 50 to 100 for the columns.
-template <class RowFilter, class ColumnFilter>
-WorkEnd FilterRowsThenColumns(const KernelRun& run, const RowRing& rows, const RowFilter& filterRow,
+// Calls `filterRow(from, to)` for each row of the source, with its slot in `rows`, and
+// `filterColumns(y, to)` for each row of the result as soon as its window is there. Callers see one
+// question per row and column, reports from 0 to 50 percent for the rows and from 50 to 100 for the
+// columns.
+template <class Rows, class RowFilter, class ColumnFilter>
+WorkEnd FilterRowsThenColumns(const KernelRun& run, const Rows& rows, const RowFilter& filterRow,
                               const ColumnFilter& filterColumns) {
     run.CopyHead();
     const i32 height = run.source.height;

@@ -38,7 +38,7 @@ void Join(const Part* __restrict parts, std::size_t distance, const u8* __restri
 // Doubles the windows until they have their size: from one of n samples comes one of 2n or 2n + 1.
 void MeansOfBlock(const u8* samples, u32 size, std::size_t step, const RoundedDivision& division,
                   u8* means, std::size_t count) {
-    u16 room[2][kRoom];
+    alignas(64) u16 room[2][kRoom];
     u16* sums = room[0];
     u16* wider = room[1];
     u32 level = 0;
