@@ -1,65 +1,60 @@
 // The mean of the 3 x 3 neighbourhood, except on an edge, which a Sobel measure finds: there the
 // sample stays. Beyond the borders of the picture the border pixels repeat.
-#include "engine/frame.h"
+#include "engine/neighbourhood/extended_rows.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdlib>
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "engine/neighbourhood/edge_keeping_smooth.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
 
-namespace {
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
 
-constexpr i32 kSamples = 9;
-constexpr i32 kEdge = 128;
-
-constexpr auto kSmoothTable = [] {
-    std::array<u8, std::size_t{kSamples} * 256> table{};
-    for (std::size_t sum = 0; sum < table.size(); ++sum) {
-        table[sum] = static_cast<u8>(std::min<std::size_t>((sum + kSamples / 2) / kSamples, 255));
+// The rows are extended by a pixel of `step` bytes at both ends.
+void SmoothRow(const u8* __restrict below, const u8* __restrict here, const u8* __restrict above,
+               std::size_t step, u8* __restrict to, std::size_t count) {
+    constexpr i32 kEdge = 128;
+    const auto magnitude = [](i16 value) { return std::max(value, static_cast<i16>(-value)); };
+    for (std::size_t left = 0; left < count; ++left) {
+        const std::size_t i = left + step;
+        const std::size_t right = i + step;
+        const i32 belowSum = below[left] + below[i] + below[right];
+        const i32 aboveSum = above[left] + above[i] + above[right];
+        const i32 leftSum = below[left] + 2 * here[left] + above[left];
+        const i32 rightSum = below[right] + 2 * here[right] + above[right];
+        const auto slopeUp = static_cast<i16>(aboveSum + above[i] - belowSum - below[i]);
+        const auto slopeAcross = static_cast<i16>(rightSum - leftSum);
+        const auto slope = static_cast<i16>(magnitude(slopeUp) + magnitude(slopeAcross));
+        // n / 9 is n * 7282 / 65536, truncated, for n up to 9 * 255 + 4.
+        const auto n =
+            static_cast<u16>(belowSum + aboveSum + here[left] + here[i] + here[right] + 4);
+        const auto mean = static_cast<u16>(u32{n} * u32{7282} >> 16);
+        to[left] = static_cast<u8>(slope >= kEdge ? u16{here[i]} : mean);
     }
-    return table;
-}();
+}
 
-struct Rows {
-    const u8* below;
-    const u8* here;
-    const u8* above;
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
 
-    // From the samples at `i` and its neighbours in the row at `left` and `right`.
-    u8 Smooth(std::size_t left, std::size_t i, std::size_t right) const {
-        const i32 slopeUp =
-            2 * (above[i] - below[i]) + above[left] + above[right] - below[left] - below[right];
-        const i32 slopeAcross = 2 * (here[right] - here[left]) + below[right] + above[right] -
-                                below[left] - above[left];
-        if (std::abs(slopeUp) + std::abs(slopeAcross) >= kEdge) {
-            return here[i];
-        }
-        const i32 sum = below[left] + below[i] + below[right] + here[left] + here[i] + here[right] +
-                        above[left] + above[i] + above[right];
-        return kSmoothTable[static_cast<std::size_t>(sum)];
-    }
-};
+#if HWY_ONCE
 
-} // namespace
+HWY_EXPORT(SmoothRow);
 
 DibHandle EdgeKeepingSmooth(DibHandle source) {
     return RunKernel(source, Depths::GreyOrColour, [](const KernelRun& run) {
+        ExtendedRows rows(run.source, 1);
+        if (!rows) {
+            return WorkEnd::NoMemory;
+        }
         run.CopyHead();
-        const DibView& view = run.source;
-        const std::size_t pixel = view.bits / 8;
-        const std::size_t lastPixel = view.rowBytes - pixel;
-        return run.ForEachRow([&](const u8* here, u8* to, i32 y) {
-            const Rows rows{view.Row(std::max(y - 1, 0)), here,
-                            view.Row(y == view.height - 1 ? y : y + 1)};
-            for (std::size_t i = 0; i < pixel; ++i) {
-                to[i] = rows.Smooth(i, i, std::min(i + pixel, lastPixel + i));
-            }
-            for (std::size_t i = pixel; i < lastPixel; ++i) {
-                to[i] = rows.Smooth(i - pixel, i, i + pixel);
-            }
-            for (std::size_t i = std::max(lastPixel, pixel); i < view.rowBytes; ++i) {
-                to[i] = rows.Smooth(i - pixel, i, i);
-            }
+        return run.ForEachRow([&](const u8*, u8* to, i32 y) {
+            rows.MoveTo(y);
+            HWY_DYNAMIC_DISPATCH(SmoothRow)
+            (rows.Row(i64{y} - 1), rows.Row(y), rows.Row(i64{y} + 1), PixelBytes(run.source), to,
+             run.source.rowBytes);
         });
     });
 }
+
+#endif

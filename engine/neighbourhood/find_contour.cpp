@@ -1,42 +1,74 @@
 // Draws, white on black, the inner outline of what is brighter than a threshold. The outermost rows
 // and columns stay black, and so do planes that are not chosen.
-#include "engine/frame.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "engine/neighbourhood/find_contour.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
+
+// The pointers lead to the row's second pixel. `traced` is 255 for samples to be traced, else 0.
+void TraceRow(const u8* below, const u8* here, const u8* above, std::size_t pixel, u8 threshold,
+              const u8* traced, u8* __restrict to, std::size_t count) {
+    const u8* left = here - pixel;
+    const u8* right = here + pixel;
+    for (std::size_t i = 0; i < count; ++i) {
+        const u8 darkest = std::min(std::min(left[i], right[i]), std::min(below[i], above[i]));
+        const u8 outline = here[i] > threshold && darkest <= threshold ? 255 : 0;
+        to[i] = outline & traced[i];
+    }
+}
+
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
 
 namespace {
 
-// The samples of a row that are traced: every `step`-th from `first` on, up to before `end`.
-struct Traced {
-    std::size_t pixel;
-    std::size_t first;
-    std::size_t end;
-    std::size_t step;
-};
+HWY_EXPORT(TraceRow);
 
-Traced TracedSamples(const DibView& source, i32 channel) {
-    if (source.imageClass != ImageClass::Colour) {
-        return {1, 1, source.rowBytes - 1, 1};
+void MarkTraced(const DibView& source, i32 channel, u8* traced) {
+    if (source.imageClass != ImageClass::Colour || channel == ZQ_CHANNEL_RGB) {
+        std::memset(traced, 255, source.rowBytes);
+        return;
     }
-    const std::size_t end = source.rowBytes - 3;
-    if (channel == ZQ_CHANNEL_RGB) {
-        return {3, 3, end, 1};
+    const auto first = static_cast<std::size_t>(ZQ_CHANNEL_BLUE - channel);
+    for (std::size_t i = first; i < source.rowBytes; i += 3) {
+        traced[i] = 255;
     }
-    const auto byteOfPixel = static_cast<std::size_t>(ZQ_CHANNEL_BLUE - channel);
-    return {3, 3 + byteOfPixel, end, 3};
 }
 
-void TraceRow(const KernelRun& run, i32 y, const Traced& traced, i32 threshold) {
-    const u8* below = run.source.Row(y - 1);
-    const u8* here = run.source.Row(y);
-    const u8* above = run.source.Row(y + 1);
-    u8* to = run.ResultRow(y);
-    for (std::size_t i = traced.first; i < traced.end; i += traced.step) {
-        const bool inside = here[i - traced.pixel] > threshold &&
-                            here[i + traced.pixel] > threshold && below[i] > threshold &&
-                            above[i] > threshold;
-        to[i] = here[i] > threshold && !inside ? 255 : 0;
+WorkEnd Trace(const KernelRun& run, i32 channel, u8 threshold) {
+    const DibView& source = run.source;
+    const std::size_t pixel = PixelBytes(source);
+    const RowTable<u8> traced(1, source.rowBytes);
+    if (!traced) {
+        return WorkEnd::NoMemory;
     }
+    MarkTraced(source, channel, traced.Row(0));
+    run.CopyHead();
+    std::memset(run.ResultRow(0), 0, source.rowBytes);
+    for (i32 y = 1; y < source.height - 1; ++y) {
+        if (!run.BeginLine(y, source.height)) {
+            return WorkEnd::Stopped;
+        }
+        u8* to = run.ResultRow(y);
+        if (source.width > 2) {
+            HWY_DYNAMIC_DISPATCH(TraceRow)
+            (source.Row(y - 1) + pixel, source.Row(y) + pixel, source.Row(y + 1) + pixel, pixel,
+             threshold, traced.Row(0) + pixel, to + pixel, source.rowBytes - 2 * pixel);
+        }
+        std::memset(to, 0, pixel);
+        std::memset(to + source.rowBytes - pixel, 0, pixel);
+    }
+    std::memset(run.ResultRow(source.height - 1), 0, source.rowBytes);
+    return WorkEnd::Done;
 }
 
 } // namespace
@@ -47,16 +79,8 @@ DibHandle FindContour(DibHandle source, const FindContourParams& params) {
         return 0;
     }
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        run.CopyHead();
-        ClearPixels(run);
-        const Traced traced = TracedSamples(run.source, params.channel);
-        const i32 height = run.source.height;
-        for (i32 y = 1; y < height - 1; ++y) {
-            if (!run.BeginLine(y, height)) {
-                return WorkEnd::Stopped;
-            }
-            TraceRow(run, y, traced, params.threshold);
-        }
-        return WorkEnd::Done;
+        return Trace(run, params.channel, static_cast<u8>(params.threshold));
     });
 }
+
+#endif

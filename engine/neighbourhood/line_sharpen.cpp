@@ -2,31 +2,53 @@
 // neighbour beyond an end of the line is the sample itself.
 #include "engine/frame.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/pixel.h"
 
-#include <algorithm>
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "engine/neighbourhood/line_sharpen.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
+
+// Half the doubled sample, (4 s - p - n) / 2 rounded down, is s and its distance from the mean of
+// p and n rounded up: so bytes suffice.
+void SharpenBetween(const u8* previous, const u8* here, const u8* next, u8* __restrict to,
+                    std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const u8 sample = here[i];
+        const auto mean = static_cast<u8>((previous[i] + next[i] + 1) >> 1);
+        const auto rise = static_cast<u8>(std::max(sample, mean) - mean);
+        const auto fall = static_cast<u8>(std::max(sample, mean) - sample);
+        const auto room = static_cast<u8>(~sample);
+        const auto lighter = static_cast<u8>(sample + std::min(rise, room));
+        to[i] = static_cast<u8>(std::max(lighter, fall) - fall);
+    }
+}
+
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
 
 namespace {
 
-u8 Sharpen(i32 previous, i32 sample, i32 next) {
-    const i32 doubled = 4 * sample - previous - next;
-    return static_cast<u8>(std::clamp(doubled >> 1, 0, 255));
-}
+HWY_EXPORT(SharpenBetween);
 
-void SharpenBetween(const u8* previous, const u8* here, const u8* next, u8* to, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i] = Sharpen(previous[i], here[i], next[i]);
-    }
+void Sharpen(const u8* previous, const u8* here, const u8* next, u8* to, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(SharpenBetween)(previous, here, next, to, count);
 }
 
 void SharpenAlongRow(const u8* from, u8* to, std::size_t rowBytes, std::size_t pixel) {
     if (rowBytes == pixel) {
-        SharpenBetween(from, from, from, to, pixel);
+        Sharpen(from, from, from, to, pixel);
         return;
     }
     const std::size_t last = rowBytes - pixel;
-    SharpenBetween(from, from, from + pixel, to, pixel);
-    SharpenBetween(from, from + pixel, from + 2 * pixel, to + pixel, last - pixel);
-    SharpenBetween(from + last - pixel, from + last, from + last, to + last, pixel);
+    Sharpen(from, from, from + pixel, to, pixel);
+    Sharpen(from, from + pixel, from + 2 * pixel, to + pixel, last - pixel);
+    Sharpen(from + last - pixel, from + last, from + last, to + last, pixel);
 }
 
 } // namespace
@@ -37,12 +59,14 @@ DibHandle LineSharpen(DibHandle source, const LineSharpenParams& params) {
         const DibView& view = run.source;
         return run.ForEachRow([&](const u8* from, u8* to, i32 y) {
             if (params.axis == 0) {
-                SharpenAlongRow(from, to, view.rowBytes, view.bits / 8);
+                SharpenAlongRow(from, to, view.rowBytes, PixelBytes(view));
                 return;
             }
             const u8* below = y == 0 ? from : view.Row(y - 1);
             const u8* above = y == view.height - 1 ? from : view.Row(y + 1);
-            SharpenBetween(below, from, above, to, view.rowBytes);
+            Sharpen(below, from, above, to, view.rowBytes);
         });
     });
 }
+
+#endif
