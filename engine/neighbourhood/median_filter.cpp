@@ -6,6 +6,7 @@
 // be a tone that any sample has. So after the first pixel of a row the tone written may lie above
 // the true median, below the next larger sample; this is meant.
 #include "engine/frame.h"
+#include "engine/neighbourhood/median_rows.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
 
 #include <algorithm>
@@ -115,6 +116,14 @@ DibHandle MedianFilter(DibHandle source, const SquareSizeParams& params) {
     }
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         run.CopyHead();
+        if (size <= kLargestSortedSize) {
+            return run.ForEachRow([&](const u8*, u8* to, i32 y) {
+                if (y % kSortedRows == 0) {
+                    SortMedianRows(run.source, size, y,
+                                   std::min(kSortedRows, run.source.height - y), to);
+                }
+            });
+        }
         return run.ForEachRow([&](const u8*, u8* to, i32 y) {
             const WindowRows rows(run.source, y, size);
             if (run.source.imageClass == ImageClass::Colour) {
