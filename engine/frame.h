@@ -71,6 +71,15 @@ public:
         return true;
     }
 
+    // The same before row `y`, as often as the rhythm says.
+    bool BeginRow(i32 y, RowRhythm rhythm) const {
+        if (rhythm == RowRhythm::EveryRow) {
+            return BeginLine(y, source.height);
+        }
+        constexpr i32 kRowsPerQuestion = 32;
+        return y % kRowsPerQuestion != 0 || BeginLine(y, source.height, 0, 100, kRowsPerQuestion);
+    }
+
     // All rows from the bottom up, `row(from, to)` or `row(from, to, y)` writing one of them.
     template <class Row>
     WorkEnd ForEachRow(const Row& row, RowRhythm rhythm = RowRhythm::EveryRow) const {
@@ -88,14 +97,6 @@ public:
     }
 
 private:
-    bool BeginRow(i32 y, RowRhythm rhythm) const {
-        if (rhythm == RowRhythm::EveryRow) {
-            return BeginLine(y, source.height);
-        }
-        constexpr i32 kRowsPerQuestion = 32;
-        return y % kRowsPerQuestion != 0 || BeginLine(y, source.height, 0, 100, kRowsPerQuestion);
-    }
-
     u8* const result_;
 };
 

@@ -1,0 +1,80 @@
+// Kernels that fetch pixels from elsewhere in the source walk over the result in tiles: what the
+// pixels of a row have read is then still in the cache when those of the next rows need it.
+#pragma once
+
+#include "engine/frame.h"
+
+#include <algorithm>
+
+constexpr i32 kTileColumns = 128;
+constexpr i32 kTileRows = 64;
+
+// Columns `left` to `right` - 1 of the rows `bottom` to `top` - 1.
+struct Tile {
+    i32 left;
+    i32 right;
+    i32 bottom;
+    i32 top;
+};
+
+// Calls `work(tile)` for all tiles, band by band from the bottom up. The questions and reports of a
+// band's rows are spread over its tiles.
+template <class Work>
+WorkEnd ForEachTile(const KernelRun& run, RowRhythm rhythm, const Work& work) {
+    const i32 width = run.source.width;
+    const i32 height = run.source.height;
+    for (i32 bottom = 0; bottom < height;) {
+        const i32 rows = std::min(height - bottom, kTileRows);
+        i32 asked = 0;
+        for (i32 left = 0; left < width;) {
+            const i32 right = left + std::min(width - left, kTileColumns);
+            for (; i64{asked} * width < i64{right} * rows; ++asked) {
+                if (!run.BeginRow(bottom + asked, rhythm)) {
+                    return WorkEnd::Stopped;
+                }
+            }
+            work(Tile{left, right, bottom, bottom + rows});
+            left = right;
+        }
+        bottom += rows;
+    }
+    return WorkEnd::Done;
+}
+
+// Brings the bytes from `begin` to `end` near, to be written soon.
+inline void PrefetchToWrite(const u8* begin, const u8* end) {
+    constexpr std::ptrdiff_t kCacheLine = 64;
+    for (const u8* line = begin; line < end; line += std::min(kCacheLine, end - line)) {
+        __builtin_prefetch(line, 1);
+    }
+}
+
+// Copies the pixels that lie `offsets` bytes behind `pixels` to a run of `count` pixels at `to`.
+//
+// Pixels of three bytes go four bytes at a time, the last one first: each brings along the byte in
+// front of it, and the next one puts that right. So there must be a byte in front of `pixels`.
+template <std::size_t bytes>
+void CopyPixelsAt(const u8* pixels, const u32* offsets, std::size_t count, u8* to) {
+    if constexpr (bytes == 1) {
+        for (std::size_t i = 0; i < count; ++i) {
+            to[i] = pixels[offsets[i]];
+        }
+    } else {
+        const auto copy = [=](std::size_t i) {
+            std::memcpy(to + i * bytes - 1, pixels - 1 + offsets[i], 4);
+        };
+        std::size_t i = count;
+        for (; i > 4; i -= 4) {
+            copy(i - 1);
+            copy(i - 2);
+            copy(i - 3);
+            copy(i - 4);
+        }
+        for (; i > 1; --i) {
+            copy(i - 1);
+        }
+        if (count != 0) {
+            std::memcpy(to, pixels + offsets[0], bytes);
+        }
+    }
+}
