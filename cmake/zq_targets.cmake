@@ -6,6 +6,8 @@ target_include_directories(zq_build_flags INTERFACE ${PROJECT_SOURCE_DIR}
 target_compile_options(
   zq_build_flags
   INTERFACE -Wall -Wextra -Werror -Wconversion)
+# In C++ the other compiler leaves signs out of it.
+target_compile_options(zq_build_flags INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
 # Floating-point results are part of the kernels' behaviour: no fused operations.
 target_compile_options(zq_build_flags INTERFACE -ffp-contract=off)
 if(ZQ_SANITIZE)
@@ -13,6 +15,9 @@ if(ZQ_SANITIZE)
     zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE} -fno-sanitize-recover=all
                              -fno-omit-frame-pointer -g)
   target_link_options(zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE})
+endif()
+if(ZQ_FUZZ)
+  target_compile_options(zq_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # zq_layer(NAME SOURCES ... DEPENDS ...): one layer of the system, a static library.

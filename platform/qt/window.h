@@ -18,7 +18,7 @@
 #include <vector>
 
 struct ControlKind;
-struct ModalLoop;
+class ModalLoop;
 
 // What a window of a registered class has painted. The screen shows copies of it.
 struct Surface {

@@ -1,0 +1,9 @@
+// JPEG files as they come.
+#include "fuzz/picture_reading.h"
+
+void RunOnBytes(FuzzedBytes bytes) {
+    std::vector<u8> file = {0xFF, 0xD8, 0xFF};
+    const auto rest = bytes.Take(SIZE_MAX);
+    file.insert(file.end(), rest.begin(), rest.end());
+    ReadPictureBytes(file);
+}
