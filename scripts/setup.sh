@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing to build zqUi on Debian 12; with --check, also what ./check needs.
+# Installs what is missing to build zqUi on Debian 12; with --check, also what ./check needs, and
+# with --long what ./check --long does.
 # Where nothing is missing it needs neither network nor rights.
 set -euo pipefail
 
@@ -16,6 +17,9 @@ check_packages=(
     xvfb xdotool imagemagick
     doxygen pkg-config dpkg-dev file
 )
+long_packages=(
+    clang-14 libclang-rt-14-dev
+)
 
 fail() {
     echo "setup: $*" >&2
@@ -26,7 +30,8 @@ packages=("${build_packages[@]}")
 case "${1:-}" in
     "") ;;
     --check) packages+=("${check_packages[@]}") ;;
-    *) fail "usage: scripts/setup.sh [--check]" ;;
+    --long) packages+=("${check_packages[@]}" "${long_packages[@]}") ;;
+    *) fail "usage: scripts/setup.sh [--check|--long]" ;;
 esac
 
 if ! command -v dpkg-query >/dev/null; then
