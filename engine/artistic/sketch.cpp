@@ -1,93 +1,122 @@
 // Draws the edges of the picture: light lines on black (Crayon) or dark ones on white (Pencil).
 // The outermost pixels are paper.
 #include "engine/artistic/artistic_kernels.h"
+#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+#include "engine/spread_lines.h"
+#include "engine/vector/channel_masks.h"
 
-#include <cstdlib>
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "engine/artistic/sketch.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
+
+// How steep the picture is at each sample, at most 255, or 0 where it is below the threshold. The
+// pointers lead to samples that have neighbours on all sides, `step` bytes away in the row.
+void DrawEdges(const u8* below, const u8* here, const u8* above, std::size_t step, u8 threshold,
+               u8* __restrict edges, std::size_t count) {
+    constexpr i16 kWhite = 255;
+    const auto magnitude = [](i16 value) { return std::max(value, static_cast<i16>(-value)); };
+    for (std::size_t i = step; i < count + step; ++i) {
+        const std::size_t left = i - step;
+        const std::size_t right = i + step;
+        const i32 aboveSum = above[left] + 2 * above[i] + above[right];
+        const i32 belowSum = below[left] + 2 * below[i] + below[right];
+        const i32 leftSum = below[left] + 2 * here[left] + above[left];
+        const i32 rightSum = below[right] + 2 * here[right] + above[right];
+        const i16 slopeUp = magnitude(static_cast<i16>(aboveSum - belowSum));
+        const i16 slopeAlong = magnitude(static_cast<i16>(rightSum - leftSum));
+        const auto slope = static_cast<i16>(slopeAlong + slopeUp);
+        const auto edge = static_cast<u8>(std::min(slope, kWhite));
+        edges[left] = edge < threshold ? u8{0} : edge;
+    }
+}
+
+// A pencil has no colour: three channels take the mean of their edges. The edges may be read two
+// bytes beyond both ends.
+void DrawPencilPixels(const u8* __restrict edges, u8 threshold, u8* __restrict to,
+                      std::size_t count) {
+    constexpr const ChannelMasks& masks = kChannelMasks;
+    for (std::size_t done = 0; done < count; done += ChannelMasks::kBytes) {
+        const u8* here = edges + done;
+        u8* tones = to + done;
+        const std::size_t n = std::min(ChannelMasks::kBytes, count - done);
+        for (std::size_t i = 0; i < n; ++i) {
+            const i32 sum = here[i] + (here[i - 2] & masks.back2[i]) +
+                            (here[i - 1] & masks.back1[i]) + (here[i + 1] & masks.ahead1[i]) +
+                            (here[i + 2] & masks.ahead2[i]);
+            // Divided by 3, exactly up to 3 * 255.
+            const auto mean = static_cast<u16>(u32{static_cast<u16>(sum)} * u32{21846} >> 16);
+            const auto edge = static_cast<u8>(mean);
+            tones[i] = edge < threshold ? u8{255} : static_cast<u8>(~edge);
+        }
+    }
+}
+
+// On a grey picture: edges that are below the threshold are paper.
+void DrawPencilTones(const u8* __restrict edges, u8 threshold, u8* __restrict to,
+                     std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = edges[i] < threshold ? u8{255} : static_cast<u8>(~edges[i]);
+    }
+}
+
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
 
 namespace {
+
+HWY_EXPORT(DrawEdges);
+HWY_EXPORT(DrawPencilPixels);
+HWY_EXPORT(DrawPencilTones);
 
 constexpr i32 kCrayon = 1;
 constexpr i32 kPencil = 2;
 
-// A row of the source with its neighbours. Samples are named by their byte; `step` leads to the
-// same channel of the next pixel.
-struct ThreeRows {
-    const u8* below;
-    const u8* here;
-    const u8* above;
-
-    ThreeRows(const DibView& source, i32 y)
-        : below(source.Row(y - 1)), here(source.Row(y)), above(source.Row(y + 1)) {}
-
-    i32 SlopeUp(std::size_t i, std::size_t step) const {
-        return std::abs((above[i - step] + 2 * above[i] + above[i + step]) -
-                        (below[i - step] + 2 * below[i] + below[i + step]));
-    }
-    i32 SlopeAlong(std::size_t i, std::size_t step) const {
-        return std::abs((below[i + step] + 2 * here[i + step] + above[i + step]) -
-                        (below[i - step] + 2 * here[i - step] + above[i - step]));
-    }
-};
-
-// The edges that run along the rows, kept in the result until the second half adds the others.
-template <std::size_t bytes>
-void DrawSlopesUp(const KernelRun& run, i32 y) {
-    const ThreeRows rows(run.source, y);
-    u8* to = run.ResultRow(y);
-    for (std::size_t i = bytes; i + bytes < run.source.rowBytes; ++i) {
-        to[i] = ClampToByte(rows.SlopeUp(i, bytes));
+// The inner pixels of row y.
+void DrawRow(const KernelRun& run, i32 y, bool crayon, u8 threshold, u8* edges) {
+    const DibView& source = run.source;
+    const std::size_t pixel = PixelBytes(source);
+    const std::size_t count = source.rowBytes - 2 * pixel;
+    u8* to = run.ResultRow(y) + pixel;
+    HWY_DYNAMIC_DISPATCH(DrawEdges)
+    (source.Row(y - 1), source.Row(y), source.Row(y + 1), pixel, crayon ? threshold : u8{0},
+     crayon ? to : edges, count);
+    if (!crayon && pixel == 3) {
+        HWY_DYNAMIC_DISPATCH(DrawPencilPixels)(edges, threshold, to, count);
+    } else if (!crayon) {
+        HWY_DYNAMIC_DISPATCH(DrawPencilTones)(edges, threshold, to, count);
     }
 }
 
-template <std::size_t bytes>
-void DrawCrayonRow(const KernelRun& run, i32 y, i32 threshold) {
-    const ThreeRows rows(run.source, y);
-    u8* to = run.ResultRow(y);
-    for (std::size_t i = bytes; i + bytes < run.source.rowBytes; ++i) {
-        const i32 edge = rows.SlopeAlong(i, bytes) + to[i];
-        to[i] = edge < threshold ? u8{0} : ClampToByte(edge);
-    }
-}
-
-// One tone for all channels: a pencil has no colour.
-template <std::size_t bytes>
-void DrawPencilRow(const KernelRun& run, i32 y, i32 threshold) {
-    const ThreeRows rows(run.source, y);
-    u8* to = run.ResultRow(y);
-    for (std::size_t i = bytes; i + bytes < run.source.rowBytes; i += bytes) {
-        i32 edge = 0;
-        for (std::size_t channel = i; channel < i + bytes; ++channel) {
-            edge += std::min(rows.SlopeAlong(channel, bytes) + to[channel], 255);
-        }
-        edge /= static_cast<i32>(bytes);
-        std::memset(to + i, edge < threshold ? 255 : 255 - edge, bytes);
-    }
-}
-
-template <std::size_t bytes>
 WorkEnd Draw(const KernelRun& run, const SketchParams& params) {
     const i32 height = run.source.height;
     const std::size_t rowBytes = run.source.rowBytes;
-    const i32 paper = params.style == kCrayon ? 0 : 255;
-    for (i32 y = 1; y < height - 1; ++y) {
-        if (!run.BeginLine(y, height, 0, 50)) {
-            return WorkEnd::Stopped;
-        }
-        DrawSlopesUp<bytes>(run, y);
+    const std::size_t pixel = PixelBytes(run.source);
+    const bool crayon = params.style == kCrayon;
+    const i32 paper = crayon ? 0 : 255;
+    const RowTable<u8> edges(1, rowBytes + pixel);
+    if (!edges) {
+        return WorkEnd::NoMemory;
     }
+    run.CopyHead();
+    // Callers see all rows twice.
+    SpreadLines lines(run, {1, height - 1, height, 0, 50}, {1, height - 1, height, 50, 50});
     std::memset(run.ResultRow(0), paper, rowBytes);
     for (i32 y = 1; y < height - 1; ++y) {
-        if (!run.BeginLine(y, height, 50, 50)) {
+        if (!lines.Begin(y - 1, height - 2)) {
             return WorkEnd::Stopped;
         }
-        if (params.style == kCrayon) {
-            DrawCrayonRow<bytes>(run, y, params.threshold);
-        } else {
-            DrawPencilRow<bytes>(run, y, params.threshold);
+        if (run.source.width > 2) {
+            DrawRow(run, y, crayon, static_cast<u8>(params.threshold), edges.Row(0) + pixel);
         }
-        std::memset(run.ResultRow(y), paper, bytes);
-        std::memset(run.ResultRow(y) + rowBytes - bytes, paper, bytes);
+        std::memset(run.ResultRow(y), paper, pixel);
+        std::memset(run.ResultRow(y) + rowBytes - pixel, paper, pixel);
     }
     std::memset(run.ResultRow(height - 1), paper, rowBytes);
     return WorkEnd::Done;
@@ -100,8 +129,8 @@ DibHandle Sketch(DibHandle source, const SketchParams& params) {
         params.threshold > 254) {
         return 0;
     }
-    return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        run.CopyHead();
-        return WithPixelBytes(run.source, [&](auto bytes) { return Draw<bytes>(run, params); });
-    });
+    return RunKernel(source, Depths::GreyOrColour,
+                     [&](const KernelRun& run) { return Draw(run, params); });
 }
+
+#endif
