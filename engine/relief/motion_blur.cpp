@@ -3,10 +3,13 @@
 //
 // Along rows and columns a run beyond the edge counts the edge's pixel again; along diagonals it is
 // shorter there, so that those pictures grow sharp towards two edges.
+#include "engine/neighbourhood/extended_row.h"
 #include "engine/pixel.h"
 #include "engine/relief/diagonal_sums.h"
 #include "engine/relief/motion_runs.h"
 #include "engine/relief/relief_kernels.h"
+#include "engine/spread_lines.h"
+#include "engine/vector/box_rows.h"
 
 namespace {
 
@@ -21,83 +24,74 @@ constexpr std::array<Step, 8> kSteps{{
     {-1, 1},  // bottom right
 }};
 
-template <std::size_t bytes>
-void BlurRow(const u8* from, u8* to, i32 width, i32 stepX, i32 runLength) {
-    const Mean mean(runLength);
-    const i32 last = width - 1;
-    const auto offsetOf = [=](i32 index) {
-        return static_cast<std::size_t>(stepX > 0 ? index : last - index) * bytes;
-    };
-    std::array<u32, bytes> sums{};
-    const auto add = [&](const u8* pixel) {
-        for (std::size_t channel = 0; channel < bytes; ++channel) {
-            sums[channel] += pixel[channel];
-        }
-    };
-    const auto storeAndLeave = [&](i32 index) {
-        const std::size_t here = offsetOf(index);
-        for (std::size_t channel = 0; channel < bytes; ++channel) {
-            to[here + channel] = mean(sums[channel]);
-            sums[channel] -= from[here + channel];
-        }
-    };
-    for (i32 k = 0; k < runLength - 1; ++k) {
-        add(from + offsetOf(k));
-    }
-    const i32 firstCutRun = width - runLength + 1;
-    for (i32 k = 0; k < firstCutRun; ++k) {
-        add(from + offsetOf(k + runLength - 1));
-        storeAndLeave(k);
-    }
-    for (i32 k = firstCutRun; k < width; ++k) {
-        add(from + offsetOf(last));
-        storeAndLeave(k);
-    }
+constexpr std::size_t kMostPixelBytes = 3;
+
+// A row whose runs lead towards its end. The last ones are taken from a copy of that end with the
+// last pixel repeated behind it.
+void BlurRowForward(const u8* from, u8* to, std::size_t rowBytes, std::size_t pixel,
+                    i32 runLength) {
+    const auto mean = RoundedDivision::Down(runLength);
+    const std::size_t cutBytes = static_cast<std::size_t>(runLength - 1) * pixel;
+    const std::size_t wholeBytes = rowBytes - cutBytes;
+    MeansAlongRow(from, runLength, pixel, mean, to, wholeBytes);
+    std::array<u8, 2 * kLongestRun * kMostPixelBytes> end;
+    ExtendRow(from + wholeBytes, cutBytes, pixel, 0, static_cast<std::size_t>(runLength - 1),
+              end.data());
+    MeansAlongRow(end.data(), runLength, pixel, mean, to + wholeBytes, cutBytes);
 }
 
-// Columns are blurred in strips of this many bytes, so that the walk over the rows is one through
-// memory.
-constexpr i32 kStripBytes = 192;
+// The same for runs that lead towards its beginning.
+void BlurRowBackward(const u8* from, u8* to, std::size_t rowBytes, std::size_t pixel,
+                     i32 runLength) {
+    const auto mean = RoundedDivision::Down(runLength);
+    const std::size_t cutBytes = static_cast<std::size_t>(runLength - 1) * pixel;
+    std::array<u8, 2 * kLongestRun * kMostPixelBytes> begin;
+    ExtendRow(from, cutBytes, pixel, static_cast<std::size_t>(runLength - 1), 0, begin.data());
+    MeansAlongRow(begin.data(), runLength, pixel, mean, to, cutBytes);
+    MeansAlongRow(from, runLength, pixel, mean, to + cutBytes, rowBytes - cutBytes);
+}
 
-void BlurStrip(const WalkedRows& rows, i32 height, std::size_t begin, std::size_t count,
-               i32 runLength) {
-    const Mean mean(runLength);
-    std::array<u32, kStripBytes> sums{};
-    const auto add = [&](const u8* row) {
-        for (std::size_t i = 0; i < count; ++i) {
-            sums[i] += row[begin + i];
-        }
-    };
-    for (i32 k = 0; k < runLength - 1; ++k) {
-        add(rows.From(k));
+// Runs of one pixel.
+void CopyRow(const u8* from, u8* to, std::size_t rowBytes, std::size_t, i32) {
+    std::memcpy(to, from, rowBytes);
+}
+
+WorkEnd BlurRows(const KernelRun& run, i32 stepX, i32 runLength) {
+    run.CopyHead();
+    const auto blur = runLength == 1 ? CopyRow : stepX > 0 ? BlurRowForward : BlurRowBackward;
+    return run.ForEachRow([&](const u8* from, u8* to) {
+        blur(from, to, run.source.rowBytes, PixelBytes(run.source), runLength);
+    });
+}
+
+// Walks over whole rows, but asks and reports for each column, as if they were blurred one by one.
+WorkEnd BlurColumns(const KernelRun& run, i32 stepY, i32 runLength) {
+    const std::size_t count = run.source.rowBytes;
+    const BlockTable<u16> sums(count);
+    if (!sums) {
+        return WorkEnd::NoMemory;
+    }
+    run.CopyHead();
+    const i32 width = run.source.width;
+    const i32 height = run.source.height;
+    const WalkedRows rows(run, stepY);
+    const auto mean = RoundedDivision::Down(runLength);
+    SpreadLines lines(run, {0, width, width, 0, 100}, {});
+    // As if the run had slid here from before the first row, with that row once more.
+    for (i32 k = -1; k < runLength - 1; ++k) {
+        AddToSums(rows.From(std::max(k, 0)), 1, sums.Entries(), count);
     }
     for (i32 k = 0; k < height; ++k) {
-        add(rows.From(static_cast<i32>(std::min<i64>(i64{k} + runLength - 1, height - 1))));
-        const u8* from = rows.From(k) + begin;
-        u8* to = rows.To(k) + begin;
-        for (std::size_t i = 0; i < count; ++i) {
-            to[i] = mean(sums[i]);
-            sums[i] -= from[i];
+        if (!lines.Begin(k, height)) {
+            return WorkEnd::Stopped;
         }
-    }
-}
-
-// Asks and reports for each column, as if they were blurred one by one.
-WorkEnd BlurColumns(const KernelRun& run, i32 stepY, i32 runLength) {
-    const WalkedRows rows(run, stepY);
-    const i32 width = run.source.width;
-    const std::size_t bytes = PixelBytes(run.source);
-    const i32 stripColumns = kStripBytes / static_cast<i32>(bytes);
-    for (i32 x = 0; x < width;) {
-        const i32 begin = x;
-        const i32 end = begin + std::min(stripColumns, width - begin);
-        for (; x < end; ++x) {
-            if (!run.BeginLine(x, width)) {
-                return WorkEnd::Stopped;
-            }
+        if (runLength == 1) {
+            std::memcpy(rows.To(k), rows.From(k), count);
+            continue;
         }
-        BlurStrip(rows, run.source.height, static_cast<std::size_t>(begin) * bytes,
-                  static_cast<std::size_t>(end - begin) * bytes, runLength);
+        const i32 entering = static_cast<i32>(std::min<i64>(i64{k} + runLength, height) - 1);
+        SlideToMeans({sums.Entries(), rows.From(entering), rows.From(std::max(k - 1, 0)), count},
+                     mean, rows.To(k));
     }
     return WorkEnd::Done;
 }
@@ -120,12 +114,11 @@ WorkEnd BlurDiagonals(const KernelRun& run, Step step, i32 runLength) {
     return WorkEnd::Done;
 }
 
-WorkEnd BlurRows(const KernelRun& run, i32 stepX, i32 runLength) {
-    return WithPixelBytes(run.source, [&](auto bytes) {
-        return run.ForEachRow([&](const u8* from, u8* to) {
-            BlurRow<bytes>(from, to, run.source.width, stepX, runLength);
-        });
-    });
+WorkEnd Blur(const KernelRun& run, Step step, i32 runLength) {
+    if (step.x != 0 && step.y != 0) {
+        return BlurDiagonals(run, step, runLength);
+    }
+    return step.y == 0 ? BlurRows(run, step.x, runLength) : BlurColumns(run, step.y, runLength);
 }
 
 } // namespace
@@ -138,10 +131,6 @@ DibHandle MotionBlur(DibHandle source, const MotionBlurParams& params) {
     const Step step = kSteps[static_cast<std::size_t>(params.direction - 1)];
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         const i32 runLength = std::min({params.speed, run.source.width, run.source.height});
-        if (step.x != 0 && step.y != 0) {
-            return BlurDiagonals(run, step, runLength);
-        }
-        run.CopyHead();
-        return step.y == 0 ? BlurRows(run, step.x, runLength) : BlurColumns(run, step.y, runLength);
+        return Blur(run, step, runLength);
     });
 }

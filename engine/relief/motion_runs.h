@@ -3,6 +3,8 @@
 
 #include "engine/frame.h"
 
+#include <array>
+
 constexpr i32 kLongestRun = 32;
 
 // From each pixel of a run to the next.
@@ -13,15 +15,18 @@ struct Step {
 
 // Divides the sum of a run by its length, truncating. The factor is too large by 1 at most, and the
 // quotient by 32 * 255 / 2^18, which is below 1 / 32: it never reaches the next whole number.
-class Mean {
-public:
-    explicit Mean(i32 count) : factor_((1u << kBits) / static_cast<u32>(count) + 1) {}
-    u8 operator()(u32 sum) const { return static_cast<u8>((sum * factor_) >> kBits); }
+constexpr u32 kMeanBits = 18;
+constexpr auto kMeanFactors = [] {
+    std::array<u32, kLongestRun + 1> factors{};
+    for (u32 count = 1; count < factors.size(); ++count) {
+        factors[count] = (1u << kMeanBits) / count + 1;
+    }
+    return factors;
+}();
 
-private:
-    static constexpr u32 kBits = 18;
-    u32 factor_;
-};
+inline u8 MeanOfRun(u32 sum, i32 count) {
+    return static_cast<u8>(sum * kMeanFactors[static_cast<std::size_t>(count)] >> kMeanBits);
+}
 
 // The rows in the order in which a run meets them.
 class WalkedRows {

@@ -20,6 +20,13 @@ struct RoundedDivision {
 
     explicit RoundedDivision(i32 divisor);
 
+    // The same, but truncating.
+    static RoundedDivision Down(i32 divisor) {
+        RoundedDivision division(divisor);
+        division.half = 0;
+        return division;
+    }
+
     u8 operator()(i32 sum) const {
         const auto scaled = static_cast<u16>(static_cast<u16>(sum + half) * scale);
         const auto quotient = static_cast<u16>(u32{scaled} * u32{factor} >> 16);
