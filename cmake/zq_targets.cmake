@@ -53,6 +53,12 @@ function(zq_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE zq_build_flags ${ARG_DEPENDS} GTest::gtest GTest::gtest_main)
+  if(WIN32)
+    # A program at a time: each start of the emulator takes a while.
+    target_compile_options(${name} PRIVATE -O1)
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    return()
+  endif()
   gtest_discover_tests(
     ${name}
     DISCOVERY_MODE PRE_TEST

@@ -13,3 +13,15 @@ find_path(ZQ_HIGHWAY_HEADERS hwy/highway.h PATHS /usr/include NO_CMAKE_FIND_ROOT
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/highway)
 file(CREATE_LINK ${ZQ_HIGHWAY_HEADERS}/hwy ${PROJECT_BINARY_DIR}/highway/hwy SYMBOLIC)
 target_include_directories(zq_vector SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/highway)
+
+# The test library comes as sources, for this compiler, too.
+function(zq_build_googletest)
+  set(sources /usr/src/googletest/googletest)
+  add_library(gtest STATIC ${sources}/src/gtest-all.cc)
+  add_library(gtest_main STATIC ${sources}/src/gtest_main.cc)
+  add_library(GTest::gtest ALIAS gtest)
+  add_library(GTest::gtest_main ALIAS gtest_main)
+  target_include_directories(gtest SYSTEM PUBLIC ${sources}/include PRIVATE ${sources})
+  target_compile_options(gtest PUBLIC -msse2 -mfpmath=sse -mstackrealign PRIVATE -O1)
+  target_link_libraries(gtest_main PUBLIC gtest)
+endfunction()

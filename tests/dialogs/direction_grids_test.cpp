@@ -1,14 +1,14 @@
-#include "platform/base/resource_file.h"
-#include "platform/qt/grab.h"
 #include "resources/module.h"
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/platform/qt/drive.h"
+#include "tests/drive/drive.h"
 
 namespace {
 
 constexpr int kFirstCell = 4201;
 constexpr int kLastCell = 4208;
 constexpr int kFirstArrow = 4362;
+constexpr SIZE kArrowSize = {20, 20};
+constexpr u32 kUndrawn = 0xFF00FF;
 
 using DirectionGrids = DialogTest;
 
@@ -47,20 +47,27 @@ TEST_F(DirectionGrids, WriteDirectionModeAndDistanceIntoTheCallersBuffer) {
 enum class Drawn { Plain, Inverted, Otherwise };
 
 Drawn LookAt(HWND dialog, int cell) {
-    const QImage button = GrabWindow(GetDlgItem(dialog, cell));
-    const auto arrow =
-        LoadBitmapImage(ResourceModule(), static_cast<u16>(kFirstArrow + cell - kFirstCell));
-    if (!arrow || button.width() < arrow->width || button.height() < arrow->height) {
+    const Screen button = ScreenOf(GetDlgItem(dialog, cell));
+    DrawnPicture picture(Screen(kArrowSize.cx, kArrowSize.cy, kUndrawn));
+    const HDC source = CreateCompatibleDC(picture.Dc());
+    const HBITMAP bitmap =
+        LoadBitmapA(ResourceModule(), MAKEINTRESOURCEA(kFirstArrow + cell - kFirstCell));
+    const HGDIOBJ before = SelectObject(source, bitmap);
+    BitBlt(picture.Dc(), 0, 0, kArrowSize.cx, kArrowSize.cy, source, 0, 0, SRCCOPY);
+    SelectObject(source, before);
+    DeleteObject(bitmap);
+    DeleteDC(source);
+    const Screen arrow = picture.Finish();
+    if (button.width < arrow.width || button.height < arrow.height) {
         return Drawn::Otherwise;
     }
     bool plain = true;
     bool inverted = true;
-    for (int y = 0; y < button.height(); ++y) {
-        for (int x = 0; x < button.width(); ++x) {
-            const u32 shown = button.pixel(x, y) & 0xFFFFFF;
-            const bool onArrow = x < arrow->width && y < arrow->height;
-            const u32 drawn =
-                onArrow ? arrow->rgb[static_cast<std::size_t>(y * arrow->width + x)] : 0xC0C0C0;
+    for (int y = 0; y < button.height; ++y) {
+        for (int x = 0; x < button.width; ++x) {
+            const u32 shown = button.At(x, y);
+            const bool onArrow = x < arrow.width && y < arrow.height;
+            const u32 drawn = onArrow ? arrow.At(x, y) : 0xC0C0C0;
             plain = plain && shown == drawn;
             inverted = inverted && shown == (onArrow ? ~drawn & 0xFFFFFF : drawn);
         }
@@ -103,20 +110,19 @@ TEST_F(DirectionGrids, CanBeWorkedWithTheKeyboardAlone) {
     CallerBuffer buffer;
     const i32 result = RunEffectDialog(54, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
         // From the marked cell, the last, back by an arrow key and then by Tab.
-        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Space}) {
+        for (const int key : {kKeyLeft, kKeySpace}) {
             TypeKey(key);
         }
         ExpectMarked(dialog, 4207);
-        TypeKey(Qt::Key_Tab, Qt::ShiftModifier);
-        TypeKey(Qt::Key_Space);
+        TypeKey(kKeyTab, kShift);
+        TypeKey(kKeySpace);
         ExpectMarked(dialog, 4206);
         // On to the modes and the bar.
-        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab,
-                                  Qt::Key_Right, Qt::Key_Right}) {
+        for (const int key : {kKeyTab, kKeyTab, kKeyTab, kKeyDown, kKeyTab, kKeyRight, kKeyRight}) {
             TypeKey(key);
         }
         EXPECT_EQ(buffer.First(4), (std::vector<i32>{6, 4, 4, 0}));
-        TypeKey(Qt::Key_Escape);
+        TypeKey(kKeyEscape);
     });
     EXPECT_EQ(result, 0);
 }

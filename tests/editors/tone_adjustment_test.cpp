@@ -1,11 +1,10 @@
 #include "editors/super_window.h"
 #include "editors/tone_graph.h"
 #include "engine/colour/tone_adjustment.h"
-#include "platform/qt/grab.h"
-#include "platform/qt/graphics.h"
 #include "platform/qt/graphics_testing.h"
 #include "platform/qt/window_testing.h"
 #include "tests/dialogs/dialog_driver.h"
+#include "tests/drive/drive.h"
 #include <zq/zqui.h>
 
 namespace {
@@ -55,26 +54,26 @@ TEST_F(ToneAdjustmentDialog, OffersGreyDocumentsOneChannel) {
 }
 
 // The graph as it must look, from plain pixels.
-QImage ExpectedGraph(const CountTable& counts, const ToneCurve& curve, COLORREF colour, int side) {
-    QImage graph(side, side, QImage::Format_RGB32);
-    graph.fill(0xFFC0C0C0);
+Screen ExpectedGraph(const CountTable& counts, const ToneCurve& curve, COLORREF colour, int side) {
+    Screen graph(side, side, 0xC0C0C0);
     for (int i = 0; i < side - 1; ++i) {
-        graph.setPixel(i, 0, 0xFFFFFFFF);
-        graph.setPixel(0, i, 0xFFFFFFFF);
+        graph.At(i, 0) = 0xFFFFFF;
+        graph.At(0, i) = 0xFFFFFF;
     }
     for (int i = 0; i < side; ++i) {
-        graph.setPixel(i, side - 1, 0xFF808080);
-        graph.setPixel(side - 1, i, 0xFF808080);
+        graph.At(i, side - 1) = 0x808080;
+        graph.At(side - 1, i) = 0x808080;
     }
     const BarTable bars = MakeBars(counts, side - 2);
     for (int tone = 0; bars && tone < 256; ++tone) {
         for (int y = bars[static_cast<std::size_t>(tone)]; y < side - 1; ++y) {
-            graph.setPixel(tone * (side - 2) / 255 + 1, y, 0xFF808080);
+            graph.At(tone * (side - 2) / 255 + 1, y) = 0x808080;
         }
     }
-    const HDC dc = OpenDeviceContext(graph, graph.rect());
+    DrawnPicture picture(graph);
+    const HDC dc = picture.Dc();
     const HPEN pen = CreatePen(PS_SOLID, 1, colour);
-    SelectObject(dc, pen);
+    const HGDIOBJ before = SelectObject(dc, pen);
     MoveToEx(dc, 2, side - 2, nullptr);
     const int width = side - 4;
     const int height = side - 2;
@@ -83,15 +82,15 @@ QImage ExpectedGraph(const CountTable& counts, const ToneCurve& curve, COLORREF 
         const int rise = (curve[static_cast<std::size_t>(tone)] * (height - 2) + 127) / 255;
         LineTo(dc, i + 2, height - rise);
     }
-    CloseDeviceContext(dc);
+    SelectObject(dc, before);
     DeleteObject(pen);
-    return graph;
+    return picture.Finish();
 }
 
 void ExpectGraph(HWND dialog, const CountTable& counts, const ToneCurve& curve, COLORREF colour) {
-    const QImage shown = GrabWindow(GetDlgItem(dialog, 4320)).convertToFormat(QImage::Format_RGB32);
-    ASSERT_EQ(shown.width(), shown.height());
-    EXPECT_TRUE(shown == ExpectedGraph(counts, curve, colour, shown.width()));
+    const Screen shown = ScreenOf(GetDlgItem(dialog, 4320));
+    ASSERT_EQ(shown.width, shown.height);
+    EXPECT_TRUE(shown == ExpectedGraph(counts, curve, colour, shown.width));
 }
 
 TEST_F(ToneAdjustmentDialog, DrawsTheChannelsBarsAndTheDoubledCurve) {
@@ -181,11 +180,11 @@ TEST_F(ToneAdjustmentDialog, WorksWithoutBarsWhenMemoryIsShort) {
         buffer_ = {};
         result = Run(colour_, [&](HWND dialog) {
             Scroll(dialog, 4313, SB_BOTTOM);
-            const QImage before = GrabWindow(GetDlgItem(dialog, 4320));
+            const Screen before = ScreenOf(GetDlgItem(dialog, 4320));
             Click(dialog, 4223);
             if (TextOf(dialog, 4310) == "100") {
                 ++runsWithoutCounts;
-                EXPECT_EQ(before.pixel(before.width() / 2, before.height() - 2), 0xFFC0C0C0);
+                EXPECT_EQ(before.At(before.width / 2, before.height - 2), 0xC0C0C0u);
             }
             PressOk(dialog);
         });

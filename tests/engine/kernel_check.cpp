@@ -121,7 +121,8 @@ std::vector<u8> MakePicture(Random& random, i32 width, i32 height) {
         header.biBitCount = depths[random() % std::size(depths)];
         picture.resize(picture.size() * 5);
     } else {
-        const std::size_t stride = RowStride(static_cast<u32>(width), header.biBitCount);
+        const auto stride =
+            static_cast<std::size_t>(RowStride(static_cast<u32>(width), header.biBitCount));
         const std::size_t head = picture.size() - stride * static_cast<std::size_t>(height);
         PaintContent(random, picture, head, stride);
     }
@@ -188,7 +189,8 @@ std::string FirstDifference(const std::vector<u8>& picture, const std::vector<u8
     const auto differs = std::mismatch(expected.begin(), expected.end(), actual.begin());
     const DibHeader header = HeaderOf(picture);
     const std::size_t at = static_cast<std::size_t>(differs.first - expected.begin());
-    const std::size_t stride = RowStride(static_cast<u32>(header.biWidth), header.biBitCount);
+    const auto stride =
+        static_cast<std::size_t>(RowStride(static_cast<u32>(header.biWidth), header.biBitCount));
     const std::size_t head = header.biBitCount == 24 ? 40 : 40 + 4 * header.biClrUsed;
     text << "byte " << at;
     if (at >= head) {

@@ -58,7 +58,8 @@ u8 MixedByte(const DibCopy& source, const Place& column, const Place& row, u32 c
 
 std::vector<u8> ExpectedBytes(const DibCopy& source, const Region& r) {
     const DibView& view = source.View();
-    const std::size_t stride = RowStride(static_cast<u32>(r.targetWidth), view.bits);
+    const auto stride =
+        static_cast<std::size_t>(RowStride(static_cast<u32>(r.targetWidth), view.bits));
     std::vector<u8> bytes(view.head + stride * static_cast<std::size_t>(r.targetHeight));
     DibHeader header = source.Header();
     header.biWidth = r.targetWidth;
@@ -138,9 +139,9 @@ TEST_F(CropAndScale, LeavesZeroWhatLiesBeyondThePicture) {
     EXPECT_EQ(copy.Row(3), (std::vector<u8>{0, 0, 0, 0}));
     const OwnedBlock half(Scale(source, {-1, 0, 2, 1, 4, 1}));
     EXPECT_EQ(DibCopy(half.Handle()).Row(0), (std::vector<u8>{0, 10, 10, 15}));
-    for (const Region& far :
+    for (const Region& distant :
          {Region{INT_MAX, INT_MAX, INT_MAX, INT_MAX, 3, 3}, Region{INT_MIN, INT_MIN, 1, 1, 3, 3}}) {
-        const OwnedBlock nothing(Scale(source, far));
+        const OwnedBlock nothing(Scale(source, distant));
         EXPECT_EQ(DibCopy(nothing.Handle()).Row(2), (std::vector<u8>{0, 0, 0}));
     }
 }

@@ -6,14 +6,13 @@
 #include "resources/module.h"
 #include "resources/resource.h"
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/platform/qt/drive.h"
+#include "tests/drive/drive.h"
 #include "tests/support/document_maker.h"
 #include "tests/support/leak_guard.h"
 #include <zq/zqui.h>
 
 #include <algorithm>
 #include <cstring>
-#include <dlfcn.h>
 #include <map>
 #include <string>
 #include <vector>
@@ -67,7 +66,7 @@ Step ScrollTo(int bar, int position) {
     return [=](HWND) { Scroll(embeddedDialog, bar, SB_THUMBPOSITION, position); };
 }
 
-Step Press(Qt::Key key) {
+Step Press(int key) {
     return [key](HWND) { TypeKey(key); };
 }
 
@@ -99,8 +98,21 @@ protected:
         RunEffectDialog(1, document.Handle(), record, PressCancel);
     }
 
-    EffectBrowser() { journal.clear(); }
-    ~EffectBrowser() override { afterDialog = nullptr; }
+    EffectBrowser() {
+        journal.clear();
+        WatchDialogs({[](int dialog) { journal.push_back(std::to_string(dialog) + " opens"); },
+                      [](int dialog, INT_PTR result) {
+                          journal.push_back(std::to_string(dialog) + " gives " +
+                                            std::to_string(result));
+                          if (afterDialog) {
+                              afterDialog(dialog);
+                          }
+                      }});
+    }
+    ~EffectBrowser() override {
+        afterDialog = nullptr;
+        WatchDialogs({});
+    }
 
     void Browse(Browsed& browsed, std::vector<Step> script) {
         steps = std::move(script);
@@ -133,7 +145,7 @@ struct Outcome {
 
 TEST_F(EffectBrowser, GivesTheEffectAndItsRecordBack) {
     const Step focusEmbedded = [](HWND) { SetFocus(GetDlgItem(embeddedDialog, 4263)); };
-    const Step close = [](HWND browser) { WidgetForTest(browser)->close(); };
+    const Step close = [](HWND browser) { PressCloseBox(browser); };
     const struct {
         const char* name;
         std::vector<Step> steps;
@@ -164,17 +176,14 @@ TEST_F(EffectBrowser, GivesTheEffectAndItsRecordBack) {
         {"the Cancel that an embedded dialog has lost",
          {Choose(3), [](HWND) { PressCancel(embeddedDialog); }},
          {0, 7, 0, {kUntouched}}},
-        {"Enter on Cancel", {FocusOn(IDCANCEL), Press(Qt::Key_Return)}, {0, 1, 0, {kUntouched}}},
+        {"Enter on Cancel", {FocusOn(IDCANCEL), Press(kKeyEnter)}, {0, 1, 0, {kUntouched}}},
         {"Enter in the dialog after Cancel had the focus",
-         {FocusOn(IDCANCEL), focusEmbedded, Press(Qt::Key_Return)},
+         {FocusOn(IDCANCEL), focusEmbedded, Press(kKeyEnter)},
          {1, 1, 0, {0, 0, 0, kUntouched}}},
         {"down and up the list",
-         {Press(Qt::Key_Down), Press(Qt::Key_Down), Press(Qt::Key_Down), Press(Qt::Key_Up),
-          Press(Qt::Key_Return)},
+         {Press(kKeyDown), Press(kKeyDown), Press(kKeyDown), Press(kKeyUp), Press(kKeyEnter)},
          {1, 4, 1, {0, 8, kUntouched}}},
-        {"the end of the list",
-         {Press(Qt::Key_End), Press(Qt::Key_Return)},
-         {1, 65, 1, {25, 25, 0}}},
+        {"the end of the list", {Press(kKeyEnd), Press(kKeyEnter)}, {1, 65, 1, {25, 25, 0}}},
         {"a timer message when the first effect is there",
          {[](HWND browser) { SendMessageA(browser, WM_TIMER, 0, 0); }, ScrollTo(4263, 130),
           PressOk},
@@ -242,29 +251,36 @@ TEST_F(EffectBrowser, UnwindsTheInnermostDialogFirst) {
 }
 
 // Where the window is, within the browser's client area.
-QRect PlaceIn(HWND browser, HWND window) {
+RECT PlaceIn(HWND browser, HWND window) {
     RECT rect;
     GetWindowRect(window, &rect);
     POINT origin = {0, 0};
     ClientToScreen(browser, &origin);
-    return {rect.left - origin.x, rect.top - origin.y, rect.right - rect.left,
-            rect.bottom - rect.top};
+    OffsetRect(&rect, -origin.x, -origin.y);
+    return rect;
+}
+
+void ExpectWithin(const RECT& inner, const RECT& outer) {
+    EXPECT_GE(inner.left, outer.left);
+    EXPECT_GE(inner.top, outer.top);
+    EXPECT_LE(inner.right, outer.right);
+    EXPECT_LE(inner.bottom, outer.bottom);
 }
 
 void ExpectEmbeddedWhole(HWND browser) {
     ASSERT_NE(embeddedDialog, nullptr);
     EXPECT_EQ(GetParent(embeddedDialog), browser);
     EXPECT_TRUE(IsWindowVisible(embeddedDialog));
-    RECT rect;
-    GetClientRect(browser, &rect);
-    const QRect client(0, 0, rect.right, rect.bottom);
-    const QRect dialog = PlaceIn(browser, embeddedDialog);
-    const QRect frame = PlaceIn(browser, GetDlgItem(browser, IDC_EFFECT_FRAME));
-    EXPECT_TRUE(frame.contains(dialog));
-    EXPECT_EQ(dialog.topLeft(), frame.topLeft() + QPoint(3, 10));
-    EXPECT_TRUE(client.contains(frame));
+    RECT client;
+    GetClientRect(browser, &client);
+    const RECT dialog = PlaceIn(browser, embeddedDialog);
+    const RECT frame = PlaceIn(browser, GetDlgItem(browser, IDC_EFFECT_FRAME));
+    ExpectWithin(dialog, frame);
+    EXPECT_EQ(dialog.left, frame.left + 3);
+    EXPECT_EQ(dialog.top, frame.top + 10);
+    ExpectWithin(frame, client);
     for (int button : {IDOK, IDCANCEL}) {
-        EXPECT_TRUE(client.contains(PlaceIn(browser, GetDlgItem(browser, button))));
+        ExpectWithin(PlaceIn(browser, GetDlgItem(browser, button)), client);
         EXPECT_FALSE(IsWindowVisible(GetDlgItem(embeddedDialog, button)));
         EXPECT_EQ(TextOf(embeddedDialog, button), "");
     }
@@ -329,10 +345,10 @@ TEST_F(EffectBrowser, LetsTabRunThroughTheListTheDialogAndTheButtons) {
                     const bool atCancel = stop == IDCANCEL;
                     const HWND byEnter = GetDlgItem(browser, atCancel ? IDCANCEL : IDOK);
                     EXPECT_NE(SendMessageA(byEnter, 135, 0, 0) & 0x10, 0) << "not the default";
-                    TypeKey(Qt::Key_Tab);
+                    TypeKey(kKeyTab);
                 }
                 for (std::size_t i = std::size(kStops); i-- > 0;) {
-                    TypeKey(Qt::Key_Backtab);
+                    TypeKey(kKeyTab, kShift);
                     EXPECT_EQ(GetDlgCtrlID(GetFocus()), kStops[i]);
                 }
                 SetFocus(browser);
@@ -349,7 +365,7 @@ TEST_F(EffectBrowser, LeavesNothingBehind) {
         RunPending();
         EXPECT_EQ(LiveWindowCount() + LiveTimerCount(), 0u);
         EXPECT_EQ(RegisteredClassCount(), classes);
-        EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+        EXPECT_EQ(LiveWidgetCount(), 0u);
     }
     i32 record[3];
     RunEffectDialog(1, colour_.Handle(), record, [](HWND dialog) {
@@ -386,18 +402,3 @@ TEST_F(EffectBrowser, DoesNoHarmWithoutPlacesToWriteToOrADocument) {
 }
 
 } // namespace
-
-// Stands before the platform's own.
-extern "C" INT_PTR DialogBoxParamA(HINSTANCE instance, LPCSTR name, HWND parent, DLGPROC procedure,
-                                   LPARAM param) {
-    const auto real =
-        reinterpret_cast<decltype(&DialogBoxParamA)>(dlsym(RTLD_NEXT, "DialogBoxParamA"));
-    const int id = static_cast<int>(reinterpret_cast<std::intptr_t>(name));
-    journal.push_back(std::to_string(id) + " opens");
-    const INT_PTR result = real(instance, name, parent, procedure, param);
-    journal.push_back(std::to_string(id) + " gives " + std::to_string(result));
-    if (afterDialog) {
-        afterDialog(id);
-    }
-    return result;
-}

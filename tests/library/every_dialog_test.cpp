@@ -2,7 +2,7 @@
 #include "dialogs/embedding.h"
 #include "platform/qt/window_testing.h"
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/platform/qt/drive.h"
+#include "tests/drive/drive.h"
 #include <zq/zqui.h>
 
 #include <string>
@@ -29,7 +29,7 @@ HWND TabToControl() {
             if (ClassOf(GetFocus()) == wanted) {
                 return GetFocus();
             }
-            TypeKey(Qt::Key_Tab);
+            TypeKey(kKeyTab);
             if (GetFocus() == first) {
                 break;
             }
@@ -38,19 +38,12 @@ HWND TabToControl() {
     return GetFocus();
 }
 
-void TypeDigit() {
-    for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, Qt::Key_7, Qt::NoModifier, "7");
-        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
-    }
-}
-
 void ChangeByKeyboard(HWND) {
     const std::string kind = ClassOf(TabToControl());
     if (kind == "Edit") {
-        TypeDigit();
+        TypeKey('7');
     } else {
-        TypeKey(kind == "ScrollBar" ? Qt::Key_PageDown : Qt::Key_Down);
+        TypeKey(kind == "ScrollBar" ? kKeyPageDown : kKeyDown);
     }
 }
 
@@ -58,12 +51,12 @@ void ChangeByKeyboard(HWND) {
 void ChangeByMouse(HWND dialog) {
     const HWND control = TabToControl();
     const std::string kind = ClassOf(control);
-    const QRect area = WidgetForTest(control)->rect();
+    const POINT middle = MiddleOf(control);
     if (kind == "ScrollBar") {
-        ClickMouse(control, {area.right() - kArrowMargin, area.center().y()});
+        ClickMouse(control, {2 * middle.x - kArrowMargin, middle.y});
     } else if (kind == "Edit") {
-        ClickMouse(control, area.center());
-        TypeDigit();
+        ClickMouse(control, middle);
+        TypeKey('7');
     } else {
         const HWND next = GetDlgItem(dialog, GetDlgCtrlID(control) + 1);
         ClickMouse(next, MiddleOf(next));
@@ -76,15 +69,15 @@ void ClickOk(HWND dialog) {
 }
 
 void TypeEnter(HWND) {
-    TypeKey(Qt::Key_Return);
+    TypeKey(kKeyEnter);
 }
 
 void TypeEscape(HWND) {
-    TypeKey(Qt::Key_Escape);
+    TypeKey(kKeyEscape);
 }
 
 void TypeMnemonicOfOk(HWND) {
-    TypeKey(Qt::Key_O, Qt::AltModifier);
+    TypeKey('O', kAlt);
 }
 
 // A person's two moves in a dialog.
@@ -162,7 +155,7 @@ TEST_F(EveryDialog, IsWorkedInTheBrowserByKeyboardAndByMouse) {
                 visit.change(embeddedDialog);
                 visit.end(browserWindow);
             });
-            TypeKey(Qt::Key_Down); // in the list
+            TypeKey(kKeyDown); // in the list
         });
         const i32 result =
             GetZQBrowserParam(nullptr, colour_.Handle(), &effect, buffer.words.data(), 16);

@@ -7,7 +7,7 @@
 #include "preview/preview_control.h"
 #include "resources/resource.h"
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/platform/qt/drive.h"
+#include "tests/drive/drive.h"
 #include <zq/zqui.h>
 
 #include <cstdlib>

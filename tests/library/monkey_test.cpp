@@ -7,7 +7,7 @@
 #include "preview/preview_control.h"
 #include "resources/resource.h"
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/platform/qt/drive.h"
+#include "tests/drive/drive.h"
 #include "tests/support/dib_maker.h"
 #include <zq/zqui.h>
 
@@ -170,12 +170,13 @@ void SelectAnything(HWND dialog, HWND) {
 // With real events from here on.
 void ClickAnything(HWND, HWND window) {
     if (IsWindowVisible(window) && IsWindowEnabled(window)) {
-        const QRect area = WidgetForTest(window)->rect();
-        const QPoint place(Random(area.width() + 1), Random(area.height() + 1));
+        RECT client{};
+        GetClientRect(window, &client);
+        const POINT place{Random(client.right + 1), Random(client.bottom + 1)};
         Note(NameOf(window) + ": click");
         PressMouse(window, place);
         if (IsWindow(window) && Random(3) == 0) {
-            DragMouse(window, {Random(area.width() + 20), Random(area.height() + 20)});
+            DragMouse(window, {Random(client.right + 20), Random(client.bottom + 20)});
         }
         if (IsWindow(window)) {
             ReleaseMouse(window, place);
@@ -184,28 +185,27 @@ void ClickAnything(HWND, HWND window) {
 }
 
 void TypeAnything(HWND, HWND) {
-    const Qt::Key keys[] = {Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Left,  Qt::Key_Right,
-                            Qt::Key_Up,     Qt::Key_Down,    Qt::Key_Home,  Qt::Key_End,
-                            Qt::Key_PageUp, Qt::Key_Delete,  Qt::Key_Space, Qt::Key_PageDown};
-    const Qt::Key key = OneOf(keys);
+    const int keys[] = {kKeyTab, kKeyLeft,   kKeyRight,  kKeyUp,    kKeyDown,    kKeyHome,
+                        kKeyEnd, kKeyPageUp, kKeyDelete, kKeySpace, kKeyPageDown};
+    const int key = OneOf(keys);
     Note("key " + std::to_string(key));
     TypeKey(key);
 }
 
 void TypeMnemonic(HWND, HWND) {
-    const Qt::Key keys[] = {Qt::Key_A, Qt::Key_L, Qt::Key_P, Qt::Key_R, Qt::Key_S};
-    const Qt::Key key = OneOf(keys);
+    const int keys[] = {'A', 'L', 'P', 'R', 'S'};
+    const int key = OneOf(keys);
     Note("mnemonic " + std::to_string(key));
-    TypeKey(key, Qt::AltModifier);
+    TypeKey(key, kAlt);
 }
 
 void EndAnyway(HWND dialog, HWND) {
     const Act ways[] = {
         [](HWND window, HWND) { PressOk(window); },
         [](HWND window, HWND) { PressCancel(window); },
-        [](HWND window, HWND) { WidgetForTest(window)->close(); },
-        [](HWND, HWND) { TypeKey(Qt::Key_Return); },
-        [](HWND, HWND) { TypeKey(Qt::Key_Escape); },
+        [](HWND window, HWND) { PressCloseBox(window); },
+        [](HWND, HWND) { TypeKey(kKeyEnter); },
+        [](HWND, HWND) { TypeKey(kKeyEscape); },
     };
     const int way = Random(static_cast<int>(std::size(ways)));
     Note("end, way " + std::to_string(way));

@@ -1,9 +1,10 @@
-#include "platform/base/module.h"
 #include "platform/qt/graphics_testing.h"
 #include "platform/qt/window_testing.h"
 #include "preview/background.h"
 #include "preview/preview_control.h"
 #include "preview/wiring.h"
+#include "resources/module.h"
+#include "tests/drive/drive.h"
 #include "tests/preview/fake_rkdll.h"
 #include "tests/support/document_maker.h"
 #include "tests/support/leak_guard.h"
@@ -11,13 +12,9 @@
 #include <zq/engine.h>
 #include <zq/params.h>
 
-#include <QImage>
-#include <QPixmap>
-#include <QWidget>
-
 namespace {
 
-constexpr HINSTANCE__ kModule{nullptr, 0};
+const HINSTANCE kModule = ResourceModule();
 constexpr char kDialogClass[] = "PanesOfATest";
 constexpr EffectId kBrightness = 1;
 
@@ -28,16 +25,16 @@ bool RegisterClassesOnce() {
         WNDCLASSEXA dialogClass{};
         dialogClass.cbSize = sizeof(dialogClass);
         dialogClass.lpfnWndProc = DefWindowProcA;
-        dialogClass.hInstance = &kModule;
+        dialogClass.hInstance = kModule;
         dialogClass.lpszClassName = kDialogClass;
-        return RegisterClassExA(&dialogClass) != 0 && RegisterPreviewClasses(&kModule);
+        return RegisterClassExA(&dialogClass) != 0 && RegisterPreviewClasses(kModule);
     }();
     return registered;
 }
 
 HWND MakePane(HWND dialog, const char* windowClass, int id, void* object = nullptr) {
     return CreateWindowExA(0, windowClass, "", WS_CHILD | WS_VISIBLE, 0, 0, 94, 114, dialog,
-                           reinterpret_cast<HMENU>(static_cast<std::uintptr_t>(id)), &kModule,
+                           reinterpret_cast<HMENU>(static_cast<std::uintptr_t>(id)), kModule,
                            object);
 }
 
@@ -50,7 +47,7 @@ struct Dialog {
     explicit Dialog(bool withBefore = true) {
         EXPECT_TRUE(RegisterClassesOnce());
         window = CreateWindowExA(0, kDialogClass, "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300,
-                                 nullptr, nullptr, &kModule, nullptr);
+                                 nullptr, nullptr, kModule, nullptr);
         if (withBefore) {
             before = PreviewControlOf(MakePane(window, kPreviewClass, kBeforePaneId));
         }
@@ -83,16 +80,6 @@ void Drag(PreviewControl& pane, int dx, int dy) {
 void Repaint(HWND window) {
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
-}
-
-// What a window shows in its client area.
-QImage ScreenOf(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    QWidget* widget = WidgetForTest(window);
-    const QPoint corner((widget->width() - client.right) / 2,
-                        (widget->height() - client.bottom) / 2);
-    return widget->grab(QRect(corner, QSize(client.right, client.bottom))).toImage();
 }
 
 // The bytes of the picture in a pane's preview document.
@@ -191,6 +178,14 @@ TEST_F(PaneTest, RunsTheLastAnnouncedRecordOnAnUntouchedCropAtTheNextTick) {
 EmbossParams* announcedRecord = nullptr;
 i32 depthInKernel = 0;
 
+void ZQ_CALL NoteDepth(i32) {
+    depthInKernel = announcedRecord->depth;
+}
+
+i32 ZQ_CALL StopAtOnce() {
+    return 1;
+}
+
 TEST_F(PaneTest, AKernelSeesPixelCountsAtThePanesZoomAndLeavesCursorAndRecordAsTheyWere) {
     constexpr EffectId kEmboss = 54;
     EmbossParams record{5, 3, 10, 0};
@@ -200,13 +195,13 @@ TEST_F(PaneTest, AKernelSeesPixelCountsAtThePanesZoomAndLeavesCursorAndRecordAsT
     Announce(after, &record);
     const HCURSOR cursor = LoadCursorA(nullptr, IDC_WAIT);
     SetCursor(cursor);
-    progressHook = [](i32) { depthInKernel = announcedRecord->depth; };
+    progressHook = NoteDepth;
     EXPECT_TRUE(ApplyPreviewEffect(after));
     EXPECT_EQ(depthInKernel, 5);
     EXPECT_EQ(record.depth, 10);
     EXPECT_EQ(GetCursor(), cursor);
 
-    abortHook = []() -> i32 { return 1; };
+    abortHook = StopAtOnce;
     EXPECT_FALSE(ApplyPreviewEffect(after));
     EXPECT_EQ(record.depth, 10);
     EXPECT_EQ(GetCursor(), cursor);
@@ -283,17 +278,17 @@ TEST_F(PaneTest, PaintsAroundThePictureButForARingOfOnePixel) {
     Repaint(after.imageWindow);
     fakeRkdll.renderedSize = {40, 41}; // black from (24, 24) on
     Repaint(after.imageWindow);
-    const QImage screen = ScreenOf(after.imageWindow);
-    constexpr QRgb kBlack = 0xFF000000;
-    constexpr QRgb kLightGrey = 0xFFC0C0C0;
+    const Screen screen = ScreenOf(after.imageWindow);
+    constexpr u32 kBlack = 0;
+    constexpr u32 kLightGrey = 0xC0C0C0;
     const struct {
         int x, y;
-        QRgb colour;
+        u32 colour;
     } pixels[] = {{0, 0, kLightGrey}, {22, 44, kLightGrey}, {23, 44, kBlack}, {44, 22, kLightGrey},
                   {44, 23, kBlack},   {44, 44, kBlack},     {64, 44, kBlack}, {65, 44, kLightGrey},
                   {44, 65, kBlack},   {44, 66, kLightGrey}};
     for (const auto& [x, y, colour] : pixels) {
-        EXPECT_EQ(screen.pixel(x, y), colour) << x << ", " << y;
+        EXPECT_EQ(screen.At(x, y), colour) << x << ", " << y;
     }
 }
 
@@ -301,15 +296,13 @@ TEST_F(PaneTest, PaintsThePercentBetweenTheButtonsWithAFontThatItDeletes) {
     Wire();
     Repaint(before.window);
     const std::size_t objects = LiveGdiObjectCount();
-    const QImage at20 = ScreenOf(before.window);
+    const Screen at20 = ScreenOf(before.window);
     SetZoomPercent(before, 50);
     Repaint(before.window);
-    const QImage at50 = ScreenOf(before.window);
+    const Screen at50 = ScreenOf(before.window);
     EXPECT_EQ(LiveGdiObjectCount(), objects);
-    const QRect label(25, 94, 44, 20);
-    EXPECT_NE(at20.copy(label), at50.copy(label));
-    const QRect buttons(0, 95, 25, 19);
-    EXPECT_EQ(at20.copy(buttons), at50.copy(buttons));
+    EXPECT_NE(at20.Part(25, 94, 44, 20), at50.Part(25, 94, 44, 20)); // the label
+    EXPECT_EQ(at20.Part(0, 95, 25, 19), at50.Part(0, 95, 25, 19));   // a button
 }
 
 TEST_F(PaneTest, DoesNothingWithoutADocumentOrRoom) {

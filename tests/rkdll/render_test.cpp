@@ -1,11 +1,9 @@
 #include "rkdll/rkdll.h"
 
-#include "platform/qt/graphics.h"
+#include "tests/drive/drive.h"
 #include "tests/support/dib_maker.h"
 #include "tests/support/document_maker.h"
 #include "tests/support/leak_guard.h"
-
-#include <QImage>
 
 namespace {
 
@@ -173,26 +171,24 @@ TEST_F(RkDibDisplayTest, ShowsPicturesOfEveryDepthPixelForPixel) {
         const OwnedBlock dib = MakeDib(kind, 11, 7, {.paletteEntries = 2, .randomPadding = true});
         const UnchangedGuard unchanged(dib.Handle());
         const DibCopy picture(dib.Handle());
-        QImage surface(20, 20, QImage::Format_RGB32);
-        surface.fill(Qt::green);
-        const HDC dc = OpenDeviceContext(surface, surface.rect());
+        DrawnPicture surface(Screen(20, 20, 0x00FF00));
         const RECT place{5, 6, 16, 13};
-        EXPECT_EQ(RkDibDisplay(dc, &place, dib.Handle(), 0, 0, 0), 1);
-        CloseDeviceContext(dc);
+        EXPECT_EQ(RkDibDisplay(surface.Dc(), &place, dib.Handle(), 0, 0, 0), 1);
+        const Screen shown = surface.Finish();
         for (int y = 0; y < 20; ++y) {
             for (int x = 0; x < 20; ++x) {
                 const bool inside = x >= 5 && x < 16 && y >= 6 && y < 13;
                 const Bgr color = inside ? PictureColour(picture, x - 5, 12 - y) : Bgr{0, 255, 0};
-                ASSERT_EQ(surface.pixel(x, y), qRgb(color[2], color[1], color[0]))
-                    << x << ", " << y;
+                const u32 expected = u32{color[2]} << 16 | u32{color[1]} << 8 | color[0];
+                ASSERT_EQ(shown.At(x, y), expected) << x << ", " << y;
             }
         }
     }
 }
 
 TEST_F(RkDibDisplayTest, ShowsNothingOfWhatIsNoPicture) {
-    QImage surface(4, 4, QImage::Format_RGB32);
-    const HDC dc = OpenDeviceContext(surface, surface.rect());
+    const DrawnPicture surface(Screen(4, 4, 0));
+    const HDC dc = surface.Dc();
     const RECT place{0, 0, 4, 4};
     const OwnedBlock dib = MakeDib(ImageClass::Colour, 4, 4);
     EXPECT_EQ(RkDibDisplay(dc, &place, 0, 0, 0, 0), 0);
@@ -200,7 +196,6 @@ TEST_F(RkDibDisplayTest, ShowsNothingOfWhatIsNoPicture) {
     EXPECT_EQ(RkDibDisplay(nullptr, &place, dib.Handle(), 0, 0, 0), 0);
     EditHeader(dib.Handle(), [](DibHeader& header) { header.biWidth = 5; });
     EXPECT_EQ(RkDibDisplay(dc, &place, dib.Handle(), 0, 0, 0), 0);
-    CloseDeviceContext(dc);
 }
 
 TEST_F(RkImageDeleteTest, FreesTheDocumentAndWhatItsUsedLayersHold) {

@@ -29,8 +29,8 @@ u32 EntriesOf(ImageClass kind, u32 asked) {
 std::vector<u8> BlankBytes(ImageClass kind, i32 width, i32 height, u32 paletteEntries) {
     const u32 entries = EntriesOf(kind, paletteEntries);
     const std::size_t head = kDibHeaderBytes + std::size_t{entries} * kPaletteEntryBytes;
-    const std::size_t pixels =
-        RowStride(static_cast<u32>(width), BitsOf(kind)) * static_cast<std::size_t>(height);
+    const auto stride = static_cast<std::size_t>(RowStride(static_cast<u32>(width), BitsOf(kind)));
+    const std::size_t pixels = stride * static_cast<std::size_t>(height);
     std::vector<u8> bytes(head + pixels);
     DibHeader header = {};
     header.biSize = kDibHeaderBytes;

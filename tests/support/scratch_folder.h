@@ -3,18 +3,21 @@
 
 #include "platform/types.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 class ScratchFolder {
 public:
     ScratchFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "scratch-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
+        const std::string name = "scratch-" + std::to_string(getpid()) + "-";
+        int number = 0;
+        do {
+            folder_ = std::filesystem::temp_directory_path() / (name + std::to_string(number++));
+        } while (!std::filesystem::create_directory(folder_));
     }
     ~ScratchFolder() { std::filesystem::remove_all(folder_); }
     ScratchFolder(const ScratchFolder&) = delete;

@@ -1,39 +1,28 @@
 #include "platform/types.h"
 #include "platform/win32.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
 namespace {
 
 constexpr UINT kFailed = static_cast<UINT>(HFILE_ERROR);
 
-class FileCalls : public testing::Test {
+class FileCalls : public testing::Test, protected ScratchFolder {
 protected:
-    FileCalls() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "files-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    ~FileCalls() override { std::filesystem::remove_all(folder_); }
-
-    std::string Path(const char* name) const { return folder_ / name; }
     static HFILE Open(const std::string& path, UINT style) {
         OFSTRUCT file;
         return OpenFile(path.c_str(), &file, style);
     }
-
-private:
-    std::filesystem::path folder_;
 };
 
 } // namespace
 
 TEST_F(FileCalls, CreateOverwriteAndReadFiles) {
-    const std::string path = Path(std::string(150, 'n').c_str());
+    const std::string path = Path(std::string(150, 'n'));
     EXPECT_EQ(Open(path, OF_READ), HFILE_ERROR);
     for (const char* text : {"longer text", "text"}) {
         const HFILE written = Open(path, OF_CREATE | OF_READWRITE);
@@ -54,13 +43,9 @@ TEST_F(FileCalls, CreateOverwriteAndReadFiles) {
     EXPECT_EQ(_lread(file, buffer, 1), kFailed);
 }
 
-TEST_F(FileCalls, OpenNoFoldersAndWaitForNoPipe) {
+TEST_F(FileCalls, OpenNoFolders) {
     EXPECT_EQ(Open(Path(""), OF_READ), HFILE_ERROR);
     EXPECT_EQ(Open(Path(""), OF_CREATE | OF_READWRITE), HFILE_ERROR);
-    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
-    const HFILE pipe = Open(Path("pipe"), OF_READ);
-    EXPECT_EQ(_llseek(pipe, 0, FILE_END), HFILE_ERROR);
-    EXPECT_EQ(_lclose(pipe), 0);
     EXPECT_EQ(OpenFile(nullptr, nullptr, OF_READ), HFILE_ERROR);
 }
 
