@@ -36,7 +36,7 @@ build_host() {
     block cmake find_package | sed "s/host/$1/g" >CMakeLists.txt
     {
         echo "set -e"
-        block sh pkg-config | sed "s/host/$1/g"
+        block sh "cc host.c" | sed "s/host/$1/g"
     } >build.sh
     bash build.sh >build.log 2>&1 || fail "$1: $(cat build.log)"
 }
