@@ -8,56 +8,14 @@
 #define ZQ_BYTE_SORTING_INL_H
 #endif
 
-#include "platform/types.h"
+#include "engine/vector/bytes-inl.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 namespace {
-
-#if HWY_TARGET == HWY_SCALAR
-// The compiler's own vectors, which the baseline of every processor has.
-using Vec [[gnu::vector_size(16)]] = u8;
-constexpr std::size_t kLanes = sizeof(Vec);
-
-HWY_INLINE Vec Load(const u8* from) {
-    Vec bytes;
-    std::memcpy(&bytes, from, sizeof bytes);
-    return bytes;
-}
-HWY_INLINE void Store(const Vec& bytes, u8* to) {
-    std::memcpy(to, &bytes, sizeof bytes);
-}
-HWY_INLINE Vec Min(const Vec& a, const Vec& b) {
-    return a < b ? a : b;
-}
-HWY_INLINE Vec Max(const Vec& a, const Vec& b) {
-    return a > b ? a : b;
-}
-HWY_INLINE Vec LessOne(const Vec& bytes) {
-    return bytes - (bytes > 0 ? Vec{} + 1 : Vec{});
-}
-#else
-namespace hn = hwy::HWY_NAMESPACE;
-using Tag = hn::ScalableTag<u8>;
-using Vec = hn::Vec<Tag>;
-constexpr std::size_t kLanes = hn::MaxLanes(Tag());
-
-HWY_INLINE Vec Load(const u8* from) {
-    return hn::LoadU(Tag(), from);
-}
-HWY_INLINE void Store(const Vec& bytes, u8* to) {
-    hn::StoreU(bytes, Tag(), to);
-}
-using hn::Max;
-using hn::Min;
-HWY_INLINE Vec LessOne(const Vec& bytes) {
-    return hn::SaturatedSub(bytes, hn::Set(Tag(), u8{1}));
-}
-#endif
 
 template <std::size_t count>
 using Sorted = std::array<Vec, count>;
