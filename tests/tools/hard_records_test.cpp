@@ -6,6 +6,7 @@
 #include "tools/effect_table.h"
 #include <zq/engine.h>
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -19,7 +20,7 @@ constexpr i32 kLongRandomRecords = 5000;
 constexpr ImageClass kClasses[] = {ImageClass::Colour, ImageClass::Grey, ImageClass::Palette8,
                                    ImageClass::Palette4, ImageClass::Mono};
 
-using Record = std::vector<i32>;
+using Record = std::array<i32, 80>; // room for the longest
 
 // The values that a word is tried at. A word of a table of bytes is one of these, too.
 std::vector<i64> ValuesOfWord(const EffectDescription& effect, std::size_t word) {
@@ -43,7 +44,9 @@ std::vector<i64> ValuesOfWord(const EffectDescription& effect, std::size_t word)
 class HardRecords : public LeakGuardTest {
 protected:
     // 0 or a picture like the source, with no more questions and memory than any record may need.
-    void Run(const EffectDescription& effect, const Record& record) {
+    void Run(const EffectDescription& effect, const Record& words) {
+        const auto* first = words.data();
+        const std::vector<i32> record(first, first + effect.recordBytes / sizeof(i32));
         for (const OwnedBlock& source : sources_) {
             const LeakGuard guard;
             const DibCopy before(source.Handle());
@@ -88,13 +91,14 @@ TEST_F(HardRecords, GiveNothingOrAPictureAndCostNoMoreThanOthers) {
     const i32 randomRecords =
         std::getenv("ZQ_LONG") != nullptr ? kLongRandomRecords : kShortRandomRecords;
     for (const EffectDescription& effect : EffectTable()) {
-        Record usual(effect.recordBytes / sizeof(i32));
-        if (usual.empty()) {
+        if (effect.defaults == nullptr) {
             continue;
         }
+        const std::size_t words = effect.recordBytes / sizeof(i32);
+        Record usual{};
         std::memcpy(usual.data(), effect.defaults, effect.recordBytes);
         std::vector<std::vector<i64>> values;
-        for (std::size_t word = 0; word < usual.size(); ++word) {
+        for (std::size_t word = 0; word < words; ++word) {
             values.push_back(ValuesOfWord(effect, word));
             for (const i64 value : values[word]) {
                 Record record = usual;
@@ -103,11 +107,13 @@ TEST_F(HardRecords, GiveNothingOrAPictureAndCostNoMoreThanOthers) {
             }
         }
         for (const i32 value : {INT32_MIN, -1, 0, 1, INT32_MAX}) {
-            Run(effect, Record(usual.size(), value));
+            Record same;
+            same.fill(value);
+            Run(effect, same);
         }
         for (i32 i = 0; i < randomRecords; ++i) {
             Record record = usual;
-            for (std::size_t word = 0; word < usual.size(); ++word) {
+            for (std::size_t word = 0; word < words; ++word) {
                 if (random() % 2 == 0) {
                     record[word] = static_cast<i32>(values[word][random() % values[word].size()]);
                 }
