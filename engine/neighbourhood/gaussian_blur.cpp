@@ -2,16 +2,17 @@
 // columns. Beyond the edges the edge pixels repeat.
 #include "engine/neighbourhood/gaussian_blur.h"
 
-#include "engine/neighbourhood/extended_line.h"
+#include "engine/neighbourhood/extended_row.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/neighbourhood/two_pass.h"
+#include "engine/vector/weighted_rows.h"
 
 #include <cmath>
 #include <cstdlib>
 
 namespace {
 
-constexpr i32 kFractionBits = 20;
-constexpr i32 kOne = 1 << kFractionBits;
+constexpr i32 kOne = 1 << RowWeights::kFractionBits;
 constexpr double kBase = 2.7182818;
 
 // The exact sum of the weights is made by moving the middle taps by 1 each.
@@ -52,31 +53,30 @@ DibHandle GaussianBlur(DibHandle source, const SquareSizeParams& params) {
     if (size < 2 || size > kGaussianLargest) {
         return 0;
     }
-    const std::array<i32, kGaussianLargest> weights = GaussianWeights(size);
+    const RowWeights weights{GaussianWeights(size), static_cast<std::size_t>(size)};
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        ExtendedLine window(run.source, size);
-        if (!window) {
+        const std::size_t count = run.source.rowBytes;
+        const std::size_t pixel = PixelBytes(run.source);
+        const ExtendedRow extended(run.source, size);
+        const RowRing rows(run.source, size);
+        if (!extended || !rows) {
             return WorkEnd::NoMemory;
         }
-        return FilterRowsThenColumns(run, [&](const Line& line) {
-            window.Load(line);
-            window.Rewrite(static_cast<std::size_t>(line.count) * line.samples,
-                           [&](const u8* from, u8* to, std::size_t count) {
-                               std::array<i32, ExtendedLine::kBlock> sums;
-                               sums.fill(kOne / 2);
-                               for (std::size_t tap = 0; tap < static_cast<std::size_t>(size);
-                                    ++tap) {
-                                   const i32 weight = weights[tap];
-                                   const u8* samples = from + tap * line.samples;
-                                   for (std::size_t i = 0; i < count; ++i) {
-                                       sums[i] += weight * samples[i];
-                                   }
-                               }
-                               for (std::size_t i = 0; i < count; ++i) {
-                                   to[i] = static_cast<u8>(sums[i] >> kFractionBits);
-                               }
-                           });
-            window.Store(line);
-        });
+        std::array<const u8*, RowWeights::kMost> taps;
+        return FilterRowsThenColumns(
+            run, rows,
+            [&](const u8* from, u8* to) {
+                const u8* samples = extended.Extend(from);
+                for (std::size_t tap = 0; tap < weights.count; ++tap) {
+                    taps[tap] = samples + tap * pixel;
+                }
+                WeighRows(taps.data(), weights, to, count);
+            },
+            [&](i32 y, u8* to) {
+                for (i32 tap = 0; tap < size; ++tap) {
+                    taps[static_cast<std::size_t>(tap)] = rows.Row(rows.FirstOf(y) + tap);
+                }
+                WeighRows(taps.data(), weights, to, count);
+            });
     });
 }
