@@ -12,8 +12,6 @@ namespace HWY_NAMESPACE {
 
 // What is in work at a time stays in the first cache.
 constexpr std::size_t kBlock = 4096;
-constexpr std::size_t kMostStep = 3;
-constexpr std::size_t kLargestSize = 32;
 constexpr std::size_t kRoom = kBlock + 128;
 
 struct Larger {
