@@ -32,7 +32,7 @@ std::vector<EffectParameter> FieldsOf(const EffectDescription& effect) {
 
 std::string NameOf(const std::type_info& type) {
     char* name = abi::__cxa_demangle(type.name(), nullptr, nullptr, nullptr);
-    const std::string copy = name == nullptr ? type.name() : name;
+    std::string copy = name == nullptr ? type.name() : name;
     std::free(name);
     return copy;
 }

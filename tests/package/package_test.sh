@@ -9,6 +9,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 work=$(mktemp -d)
 fail() {
     echo "package_test: $*" >&2
+    cat "$work/host.log" >&2 || true
     exit 1
 }
 # shellcheck source=tests/support/screen.sh
@@ -47,9 +48,9 @@ run_host() {
     host=$!
     window "^$2\$"
     xdotool key Return
-    wait "$host" || fail "$1 ended with $?: $(cat "$work/host.log")"
+    wait "$host" || fail "$1 ended with $?"
     host=
-    [[ $(cat "$work/host.log") == "$3" ]] || fail "$1 said $(cat "$work/host.log")"
+    [[ $(cat "$work/host.log") == "$3" ]] || fail "$1 did not say '$3'"
 }
 
 mkdir "$work/minimal" "$work/host"
@@ -68,4 +69,4 @@ for folder in . build; do
 done
 
 "$prefix/bin/zqfx" run negative "$prefix/share/zqui/samples/camera.png" "$work/negative.png"
-"$prefix/bin/zqhost" --shots "$work/shots" --effect 17 >"$work/host.log" 2>&1 || fail "$(cat "$work/host.log")"
+"$prefix/bin/zqhost" --shots "$work/shots" --effect 17 >"$work/host.log" 2>&1 || fail "zqhost ended with $?"
