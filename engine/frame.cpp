@@ -1,5 +1,6 @@
 #include "engine/frame.h"
 
+#include "engine/vector/stores.h"
 #include "platform/base/unfilled_block.h"
 #include "platform/win32.h"
 
@@ -78,6 +79,7 @@ DibHandle RunKernelWork(DibHandle source, Depths depths, BusyCursor cursor, Kern
         return 0;
     }
     const WorkEnd end = work(KernelRun(view, resultLock.Bytes()), closure);
+    FinishStores();
     sourceLock.Release();
     resultLock.Release();
     if (end == WorkEnd::NoMemory) {

@@ -33,10 +33,12 @@ DibHandle BrightnessContrast(DibHandle source, const BrightnessContrastParams& p
     if (brightness == 0 && contrast == 0) {
         return 0;
     }
-    ToneMap map = MapForChannel(params.channel, StretchTable(brightness, contrast));
     // Grey documents offer no channels; one that is chosen all the same reaches a grey picture only
     // as red.
-    map.grey = map.channels[2];
+    const bool reachesGrey = params.channel == ZQ_CHANNEL_RGB || params.channel == ZQ_CHANNEL_RED;
+    const ToneMap map{.table = StretchTable(brightness, contrast),
+                      .channel = params.channel,
+                      .leavesGrey = !reachesGrey};
     return RunKernel(source, Depths::PaletteAware, [&](const KernelRun& run) {
         return ApplyToneMap(run, map, {.clearsReservedByte = true, .asksRarely = true});
     });

@@ -23,7 +23,7 @@ DibHandle ColorReduction(DibHandle source, const ColorReductionParams& params) {
         params.levels > 128) {
         return 0;
     }
-    const ToneMap map = MapForChannel(params.channel, StaircaseTable(params.levels));
+    const ToneMap map{.table = StaircaseTable(params.levels), .channel = params.channel};
     // All channels at once take whole rows: what a source holds in its padding is reduced too.
     const ToneMapHabits habits{.mapsPadding = params.channel == ZQ_CHANNEL_RGB};
     return RunKernel(source, Depths::PaletteAware,

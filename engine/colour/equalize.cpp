@@ -82,6 +82,6 @@ DibHandle Equalize(DibHandle source) {
         }
         const double samplesPerPixel = run.source.imageClass == ImageClass::Grey ? 1 : 3;
         const double samples = samplesPerPixel * run.source.width * run.source.height;
-        return ApplyToneMap(run, MapForAll(SpreadTable(tones, samples)));
+        return ApplyToneMap(run, {.table = SpreadTable(tones, samples)});
     });
 }

@@ -24,6 +24,6 @@ DibHandle LogTone(DibHandle source) {
             }
             table[static_cast<std::size_t>(tone)] = LogOfTone(tone);
         }
-        return ApplyToneMap(run, MapForAll(table));
+        return ApplyToneMap(run, {.table = table});
     });
 }

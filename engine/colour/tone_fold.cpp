@@ -18,6 +18,6 @@ ByteTable FoldTable() {
 
 DibHandle ToneFold(DibHandle source) {
     return RunKernel(source, Depths::PaletteAware, [](const KernelRun& run) {
-        return ApplyToneMap(run, MapForAll(FoldTable()));
+        return ApplyToneMap(run, {.table = FoldTable()});
     });
 }

@@ -7,22 +7,13 @@
 
 #include <zq/params.h>
 
+// A table for the channels that a record's `channel` names: 0 all, 1 red, 2 green, any other value
+// blue. The others stay as they are.
 struct ToneMap {
-    std::array<ByteTable, 3> channels; // in the order of a pixel's bytes: blue, green, red
-    ByteTable grey;                    // for grey pictures
+    ByteTable table;
+    i32 channel = ZQ_CHANNEL_RGB;
+    bool leavesGrey = false; // grey pictures stay as they are, else they go through the table
 };
-
-ByteTable IdentityTable();
-
-// A map of `table` for the channels that a record's `channel` names (0 all, 1 red, 2 green, any
-// other value blue) and the identity for the others. Grey pictures go through `table`.
-ToneMap MapForChannel(i32 channel, const ByteTable& table);
-
-// A map that sends all channels through `table`.
-ToneMap MapForAll(const ByteTable& table);
-
-// Sends the pixels of a 24-bit row through the three tables.
-void MapColourRow(const u8* from, u8* to, i32 width, const ToneMap& map);
 
 // Works on the palette entries of the result: `colour(from, to)` reads blue, green and red at
 // `from` and writes them at `to`. The fourth bytes stay as they are.

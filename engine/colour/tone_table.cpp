@@ -9,9 +9,8 @@ DibHandle ToneTable(DibHandle source, const ToneTableParams& params) {
     if (params.channel < ZQ_CHANNEL_RGB || params.channel > ZQ_CHANNEL_BLUE) {
         return 0;
     }
-    ByteTable table;
-    std::copy(std::begin(params.table), std::end(params.table), table.begin());
-    const ToneMap map = MapForChannel(params.channel, table);
+    ToneMap map{.table = {}, .channel = params.channel};
+    std::copy(std::begin(params.table), std::end(params.table), map.table.begin());
     return RunKernel(source, Depths::PaletteAware,
                      [&](const KernelRun& run) { return ApplyToneMap(run, map); });
 }

@@ -19,7 +19,7 @@ ByteTable ScaleTable(i64 gain) {
 } // namespace
 
 DibHandle WhitePointScale(DibHandle source, i32 gain) {
-    const ToneMap map = MapForAll(ScaleTable(gain));
+    const ToneMap map{.table = ScaleTable(gain)};
     return RunKernel(
         source, Depths::GreyOrColour, [&](const KernelRun& run) { return ApplyToneMap(run, map); },
         BusyCursor::LeftAlone);

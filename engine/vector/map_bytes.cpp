@@ -1,33 +1,34 @@
 #include "engine/vector/map_bytes.h"
 
+#include "engine/vector/row_pattern.h"
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/vector/map_bytes.cpp"
 #define HWY_WANT_AVX3_DL
 #include <hwy/foreach_target.h>
-#include <hwy/highway.h>
+
+#include "engine/vector/byte_table-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 
-void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table) {
-    std::size_t i = 0;
-#if HWY_TARGET == HWY_AVX3_DL
-    // Four registers hold the table. A permutation looks at seven bits of an index and so at half
-    // of the table; the eighth bit says which half was meant.
-    __m512i quarters[4];
-    for (std::size_t quarter = 0; quarter < 4; ++quarter) {
-        quarters[quarter] = _mm512_loadu_si512(table.data() + 64 * quarter);
-    }
-    for (; i + 64 <= count; i += 64) {
-        const __m512i index = _mm512_loadu_si512(from + i);
-        const __m512i low = _mm512_permutex2var_epi8(quarters[0], index, quarters[1]);
-        const __m512i high = _mm512_permutex2var_epi8(quarters[2], index, quarters[3]);
-        _mm512_storeu_si512(to + i, _mm512_mask_blend_epi8(_mm512_movepi8_mask(index), low, high));
-    }
-#endif
-    for (; i < count; ++i) {
-        to[i] = table[from[i]];
-    }
+namespace hn = hwy::HWY_NAMESPACE;
+
+void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table, Stores stores) {
+    const VectorTable mapped(table);
+    ForVectors(
+        to, count, stores, [&](std::size_t, ByteVector tones) { return mapped[tones]; }, from);
+}
+
+void MapChannel(const u8* from, u8* to, std::size_t count, const RowPattern& chosen,
+                const ByteTable& table, Stores stores) {
+    const VectorTable mapped(table);
+    ForVectors(
+        to, count, stores,
+        [&](std::size_t i, ByteVector tones) {
+            return hn::IfVecThenElse(hn::LoadU(ByteTag(), chosen.At(i)), mapped[tones], tones);
+        },
+        from);
 }
 
 } // namespace HWY_NAMESPACE
@@ -36,9 +37,16 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 
 HWY_EXPORT(MapBytes);
+HWY_EXPORT(MapChannel);
 
-void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table) {
-    HWY_DYNAMIC_DISPATCH(MapBytes)(from, to, count, table);
+void MapBytes(const u8* from, u8* to, std::size_t count, const ByteTable& table, Stores stores) {
+    HWY_DYNAMIC_DISPATCH(MapBytes)(from, to, count, table, stores);
+}
+
+void MapChannel(const u8* from, u8* to, std::size_t count, std::size_t channel,
+                const ByteTable& table, Stores stores) {
+    const RowPattern chosen([&](std::size_t i) { return i % 3 == channel ? u8{255} : u8{0}; });
+    HWY_DYNAMIC_DISPATCH(MapChannel)(from, to, count, chosen, table, stores);
 }
 
 #endif
