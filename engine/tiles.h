@@ -48,33 +48,3 @@ inline void PrefetchToWrite(const u8* begin, const u8* end) {
         __builtin_prefetch(line, 1);
     }
 }
-
-// Copies the pixels that lie `offsets` bytes behind `pixels` to a run of `count` pixels at `to`.
-//
-// Pixels of three bytes go four bytes at a time, the last one first: each brings along the byte in
-// front of it, and the next one puts that right. So there must be a byte in front of `pixels`.
-template <std::size_t bytes>
-void CopyPixelsAt(const u8* pixels, const u32* offsets, std::size_t count, u8* to) {
-    if constexpr (bytes == 1) {
-        for (std::size_t i = 0; i < count; ++i) {
-            to[i] = pixels[offsets[i]];
-        }
-    } else {
-        const auto copy = [=](std::size_t i) {
-            std::memcpy(to + i * bytes - 1, pixels - 1 + offsets[i], 4);
-        };
-        std::size_t i = count;
-        for (; i > 4; i -= 4) {
-            copy(i - 1);
-            copy(i - 2);
-            copy(i - 3);
-            copy(i - 4);
-        }
-        for (; i > 1; --i) {
-            copy(i - 1);
-        }
-        if (count != 0) {
-            std::memcpy(to, pixels + offsets[0], bytes);
-        }
-    }
-}

@@ -1,19 +1,21 @@
 // Stretches the middle of every row along an arcsine and squeezes its ends, mixing two neighbours.
 #include "engine/distortion/distortion_kernels.h"
 #include "engine/pixel.h"
+#include "engine/vector/row_map.h"
 
 #include <cmath>
 
 namespace {
 
-// Where in its row each column comes from: a column and the share of the next one in 1/256. Both
-// are kept in 16 bits, so that rows beyond 65536 pixels start again at the left.
+// Where in its row each column comes from: a column and the share of the next one in 1/256. The
+// columns are kept in 16 bits, so that rows beyond 65536 pixels start again at the left.
 class SourceColumns {
 public:
-    explicit SourceColumns(i32 width)
-        : width_(width), positions_(static_cast<u64>(width)), fractions_(static_cast<u64>(width)) {}
+    explicit SourceColumns(const DibView& source)
+        : width_(source.width), pixelBytes_(PixelBytes(source)),
+          columns_(source.width, pixelBytes_), shares_(source.rowBytes) {}
 
-    explicit operator bool() const { return positions_ && fractions_; }
+    explicit operator bool() const { return columns_ && shares_; }
 
     void Fill(i32 x) const {
         constexpr double kOneByPi = 0.31830989161357204;
@@ -23,38 +25,31 @@ public:
             place = (std::asin(u) * kOneByPi + 0.5) * width_;
         }
         const i32 position = static_cast<i32>(place);
-        const auto column = static_cast<std::size_t>(x);
-        positions_[column] = static_cast<u16>(position);
-        fractions_[column] = static_cast<u16>(static_cast<i32>((place - position) * 256.0));
+        columns_.Set(x, static_cast<u16>(position));
+        std::memset(shares_.Entries() + static_cast<std::size_t>(x) * pixelBytes_,
+                    static_cast<i32>((place - position) * 256.0), pixelBytes_);
     }
 
-    template <std::size_t bytes>
+    void Finish() const { columns_.Finish(); }
+
     void WriteRow(const u8* from, u8* to) const {
         // Rows of one or two pixels have no next column; its share is 0 there.
-        const std::size_t next = width_ > 2 ? bytes : 0;
-        for (i32 x = 0; x < width_; ++x, to += bytes) {
-            const auto column = static_cast<std::size_t>(x);
-            const u8* left = from + positions_[column] * bytes;
-            const u8* right = left + next;
-            const i32 share = fractions_[column];
-            for (std::size_t channel = 0; channel < bytes; ++channel) {
-                const i32 mix = left[channel] * (256 - share) + right[channel] * share;
-                to[channel] = static_cast<u8>(mix >> 8);
-            }
-        }
+        const std::size_t next = width_ > 2 ? pixelBytes_ : 0;
+        columns_.FetchMixed(from, next, shares_.Entries(), to);
     }
 
 private:
     const i32 width_;
-    const BlockTable<u16> positions_;
-    const BlockTable<u16> fractions_;
+    const std::size_t pixelBytes_;
+    const RowMap columns_;
+    const BlockTable<u8> shares_;
 };
 
 } // namespace
 
 DibHandle ArcsineStretch(DibHandle source) {
     return RunKernel(source, Depths::GreyOrColour, [](const KernelRun& run) {
-        const SourceColumns columns(run.source.width);
+        const SourceColumns columns(run.source);
         if (!columns) {
             return WorkEnd::NoMemory;
         }
@@ -65,9 +60,7 @@ DibHandle ArcsineStretch(DibHandle source) {
             }
             columns.Fill(x);
         }
-        return WithPixelBytes(run.source, [&](auto bytes) {
-            return run.ForEachRow(
-                [&](const u8* from, u8* to) { columns.WriteRow<bytes>(from, to); });
-        });
+        columns.Finish();
+        return run.ForEachRow([&](const u8* from, u8* to) { columns.WriteRow(from, to); });
     });
 }

@@ -2,6 +2,7 @@
 
 #include "engine/pixel.h"
 #include "engine/tiles.h"
+#include "engine/vector/row_map.h"
 #include "engine/vector/turned_offsets.h"
 
 #include <bit>

@@ -3,6 +3,7 @@
 #include "engine/distortion/distortion_kernels.h"
 #include "engine/distortion/elliptical_warp.h"
 #include "engine/pixel.h"
+#include "engine/vector/row_map.h"
 
 #include <cmath>
 
@@ -17,38 +18,46 @@ double CurveAt(const u8* curve, double u) {
     return i >= 255 ? left : left + (u - i) * curve[i + 1];
 }
 
-// Which column or row each one comes from. The steps along the curve are summed up, not
-// multiplied, and their small errors with them. An axis of one pixel counts as two.
-void FillAxisMap(const BlockTable<i32>& axisMap, i32 extent, const u8* curve) {
+// Calls `set(k, from)` for each column or row with the one that it comes from. The steps along the
+// curve are summed up, not multiplied, and their small errors with them. An axis of one pixel
+// counts as two.
+template <class Set>
+void MapAxis(i32 extent, const u8* curve, const Set& set) {
     const i32 count = std::max(extent, 2);
     const double step = 255.0 / (count - 1);
     const double scale = (count - 1) * 0.00392156862745098;
     double u = 0.0;
     for (i32 k = 0; k < extent; ++k) {
         const i32 from = static_cast<i32>(CurveAt(curve, u) * scale + 0.5);
-        axisMap[static_cast<std::size_t>(k)] = std::min(from, extent - 1);
+        set(k, std::min(from, extent - 1));
         u += step;
     }
 }
 
-WorkEnd MirrorAxis(const KernelRun& run, Mapping mapping, const u8* curve) {
-    const DibView& source = run.source;
-    const i32 extent = mapping == kHorizontal ? source.width : source.height;
-    const BlockTable<i32> axisMap(static_cast<u64>(extent));
-    if (!axisMap) {
+WorkEnd MirrorColumns(const KernelRun& run, const u8* curve) {
+    const RowMap columns(run.source.width, PixelBytes(run.source));
+    if (!columns) {
         return WorkEnd::NoMemory;
     }
-    FillAxisMap(axisMap, extent, curve);
+    MapAxis(run.source.width, curve, [&](i32 x, i32 from) { columns.Set(x, from); });
+    columns.Finish();
+    run.CopyHead();
+    return run.ForEachRow([&](const u8* from, u8* to) { columns.Fetch(from, to); },
+                          RowRhythm::Rare);
+}
+
+WorkEnd MirrorRows(const KernelRun& run, const u8* curve) {
+    const DibView& source = run.source;
+    const BlockTable<i32> rows(static_cast<u64>(source.height));
+    if (!rows) {
+        return WorkEnd::NoMemory;
+    }
+    MapAxis(source.height, curve,
+            [&](i32 y, i32 from) { rows[static_cast<std::size_t>(y)] = from; });
     run.CopyHead();
     return run.ForEachRow(
         [&](const u8*, u8* to, i32 y) {
-            if (mapping == kVertical) {
-                std::memcpy(to, source.Row(axisMap[static_cast<std::size_t>(y)]), source.rowBytes);
-                return;
-            }
-            FetchPixels(source, to, 0, source.width, [&](i32 x) {
-                return Place{axisMap[static_cast<std::size_t>(x)], y};
-            });
+            std::memcpy(to, source.Row(rows[static_cast<std::size_t>(y)]), source.rowBytes);
         },
         RowRhythm::Rare);
 }
@@ -82,12 +91,14 @@ TurnTable AngularTurns(const u8* curve) {
 
 WorkEnd Mirror(const KernelRun& run, Mapping mapping, const u8* curve) {
     switch (mapping) {
+    case kHorizontal:
+        return MirrorColumns(run, curve);
+    case kVertical:
+        return MirrorRows(run, curve);
     case kRadial:
         return WarpEllipse(run, RadialTurns(curve), RowRhythm::Rare);
-    case kAngular:
-        return WarpEllipse(run, AngularTurns(curve), RowRhythm::Rare);
     default:
-        return MirrorAxis(run, mapping, curve);
+        return WarpEllipse(run, AngularTurns(curve), RowRhythm::Rare);
     }
 }
 
