@@ -3,6 +3,9 @@
 // picture stood on black. Neither asks nor reports.
 #include "engine/frame.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/neighbourhood/row_table.h"
+#include "engine/vector/box_rows.h"
+#include "engine/vector/ray_rows.h"
 
 #include <algorithm>
 #include <array>
@@ -12,109 +15,104 @@ namespace {
 
 constexpr u32 kLargestRadius = 128;
 
-// No ray's sum is larger than 255 * 129.
-using RaySum = u16;
+// The rays that cross the rows. From row to row their sums slide along the ray: one sample enters
+// and one leaves.
+struct CrossingRay {
+    i32 dx; // columns a row
+    bool up;
+};
 
-// The sums of the rays that start from the pixels of one row and cross the rows, `dx` columns a
-// row. From row to row they slide along the ray: one pixel enters and one leaves.
-class CrossingRays {
+constexpr std::array<CrossingRay, 6> kCrossingRays{
+    {{-1, true}, {0, true}, {1, true}, {-1, false}, {0, false}, {1, false}}};
+
+class RaySums {
 public:
-    CrossingRays(i32 dx, bool up, i32 radius)
-        : shift_(up ? dx : -dx), enterRow_(up ? radius : 0), leaveRow_(up ? -1 : -1 - radius),
-          enterShift_(up ? -dx * radius : 0), leaveShift_(up ? dx : -dx * (radius + 1)) {}
+    RaySums(const DibView& source, i32 radius)
+        : source_(source), radius_(radius), margin_(radius + 1), black_(2 * margin_),
+          rows_(kRows, Padded(black_)), sums_(2 * kCrossingRays.size(), Padded(margin_)),
+          alongRow_(1, Padded(radius)), least_(1, Padded(margin_)) {}
 
-    // `sums` are those of the row before y, 0 for columns within `margin` outside the picture.
-    void Advance(const DibView& source, i64 y, RaySum* sums, std::ptrdiff_t margin) const {
-        const std::ptrdiff_t width = source.width;
-        const std::size_t kept = static_cast<std::size_t>(width + 2 * margin - 1) * sizeof(RaySum);
-        if (shift_ > 0) {
-            std::memmove(sums - margin + 1, sums - margin, kept);
-        } else if (shift_ < 0) {
-            std::memmove(sums - margin, sums - margin + 1, kept);
+    // False when memory was short.
+    explicit operator bool() const { return rows_ && sums_ && alongRow_ && least_; }
+
+    // From row y - 1 to row y: makes the smallest sum of each sample's rays. To be called for each
+    // y from -radius on.
+    void Advance(i64 y) {
+        LoadRow(y + radius_, kAhead);
+        LoadRow(y - 1, kBelow);
+        LoadRow(y, kHere);
+        LoadRow(y - 1 - radius_, kBehind);
+        std::memset(least_.Row(0), 255, Padded(margin_) * sizeof(u16));
+        for (std::size_t i = 0; i < kCrossingRays.size(); ++i) {
+            Follow(kCrossingRays[i], sums_.Row(2 * i + turn_) + margin_,
+                   sums_.Row(2 * i + (1 - turn_)) + margin_);
         }
-        if (const u8* leaving = RowOrNone(source, y + leaveRow_)) {
-            RaySum* from = sums + leaveShift_;
-            for (std::ptrdiff_t x = 0; x < width; ++x) {
-                from[x] = static_cast<RaySum>(from[x] - leaving[x]);
-            }
-        }
-        if (const u8* entering = RowOrNone(source, y + enterRow_)) {
-            RaySum* to = sums + enterShift_;
-            for (std::ptrdiff_t x = 0; x < width; ++x) {
-                to[x] = static_cast<RaySum>(to[x] + entering[x]);
-            }
-        }
+        turn_ = 1 - turn_;
+    }
+
+    // The same with the rays along the row, which is the one of the last Advance.
+    const u16* LeastOfRow() {
+        const std::ptrdiff_t width = source_.width;
+        u16* toTheRight = alongRow_.Row(0) + radius_;
+        SumsAlongRow(Sample(kHere, -radius_), static_cast<i32>(margin_), toTheRight - radius_,
+                     static_cast<std::size_t>(width + radius_));
+        u16* least = least_.Row(0) + margin_;
+        KeepLeast(toTheRight, least, static_cast<std::size_t>(width));
+        KeepLeast(toTheRight - radius_, least, static_cast<std::size_t>(width));
+        return least;
     }
 
 private:
-    static const u8* RowOrNone(const DibView& source, i64 y) {
-        return y >= 0 && y < source.height ? source.Row(static_cast<i32>(y)) : nullptr;
+    enum LoadedRow : std::size_t { kAhead, kBelow, kHere, kBehind, kRows };
+
+    std::size_t Padded(std::ptrdiff_t margin) const {
+        return static_cast<std::size_t>(source_.width + 2 * margin);
+    }
+    u8* Sample(LoadedRow row, std::ptrdiff_t x) const { return rows_.Row(row) + black_ + x; }
+
+    void LoadRow(i64 y, LoadedRow row) const {
+        if (y >= 0 && y < source_.height) {
+            std::memcpy(Sample(row, 0), source_.Row(static_cast<i32>(y)), source_.rowBytes);
+        } else {
+            std::memset(Sample(row, 0), 0, source_.rowBytes);
+        }
     }
 
-    const i32 shift_;
-    const i32 enterRow_;
-    const i32 leaveRow_;
-    const i32 enterShift_;
-    const i32 leaveShift_;
+    // Sums are made for columns within the radius outside the picture, too: from there a ray's sum
+    // slides in. Those still further out are 0.
+    void Follow(const CrossingRay& ray, const u16* before, u16* sums) const {
+        const std::ptrdiff_t first = -radius_;
+        const std::ptrdiff_t dx = ray.dx;
+        const u8* entering = ray.up ? Sample(kAhead, first + dx * radius_) : Sample(kHere, first);
+        const u8* leaving =
+            ray.up ? Sample(kBelow, first - dx) : Sample(kBehind, first + dx * (radius_ + 1));
+        SlideRays(before + first + (ray.up ? -dx : dx), entering, leaving, sums + first,
+                  least_.Row(0) + margin_ + first, Padded(radius_));
+    }
+
+    const DibView& source_;
+    const std::ptrdiff_t radius_;
+    const std::ptrdiff_t margin_;
+    const std::ptrdiff_t black_; // samples around the loaded rows
+    const RowTable<u8> rows_;
+    const RowTable<u16> sums_; // two rows for each ray, of which one is the older
+    const RowTable<u16> alongRow_;
+    const RowTable<u16> least_;
+    std::size_t turn_ = 0;
 };
-
-// The smaller sum of the rays to the left and to the right of each pixel of a row.
-void SumAlongRow(const u8* row, i64 width, i64 radius, RaySum* least) {
-    u32 sum = 0;
-    for (i64 x = 0; x < width; ++x) {
-        sum += row[x];
-        if (x > radius) {
-            sum -= row[x - radius - 1];
-        }
-        least[x] = static_cast<RaySum>(sum);
-    }
-    sum = 0;
-    for (i64 x = width - 1; x >= 0; --x) {
-        sum += row[x];
-        if (x + radius + 1 < width) {
-            sum -= row[x + radius + 1];
-        }
-        least[x] = std::min(least[x], static_cast<RaySum>(sum));
-    }
-}
 
 WorkEnd Fade(const KernelRun& run, i32 radius) {
     const DibView& source = run.source;
-    const std::array<CrossingRays, 6> crossing{{{-1, true, radius},
-                                                {0, true, radius},
-                                                {1, true, radius},
-                                                {-1, false, radius},
-                                                {0, false, radius},
-                                                {1, false, radius}}};
-    const std::ptrdiff_t width = source.width;
-    const std::ptrdiff_t margin = radius + 1;
-    const std::ptrdiff_t line = width + 2 * margin;
-    const BlockTable<RaySum> sums(static_cast<u64>(line) * crossing.size());
-    const BlockTable<RaySum> least(static_cast<u64>(width));
-    if (!sums || !least) {
+    RaySums rays(source, radius);
+    if (!rays) {
         return WorkEnd::NoMemory;
     }
+    const RoundedDivision mean = RoundedDivision::Truncating(radius + 1);
     run.CopyHeadWithoutAsking();
-    for (i64 y = -radius; y < source.height; ++y) {
-        RaySum* ofRays = sums.Entries() + margin;
-        for (const CrossingRays& rays : crossing) {
-            rays.Advance(source, y, ofRays, margin);
-            ofRays += line;
-        }
-        if (y < 0) {
-            continue;
-        }
-        const u8* from = source.Row(static_cast<i32>(y));
-        u8* to = run.ResultRow(static_cast<i32>(y));
-        SumAlongRow(from, width, radius, least.Entries());
-        for (std::size_t ray = 0; ray < crossing.size(); ++ray) {
-            const RaySum* other = sums.Entries() + margin + static_cast<std::ptrdiff_t>(ray) * line;
-            for (std::ptrdiff_t x = 0; x < width; ++x) {
-                least.Entries()[x] = std::min(least.Entries()[x], other[x]);
-            }
-        }
-        for (std::ptrdiff_t x = 0; x < width; ++x) {
-            to[x] = static_cast<u8>(from[x] == 0 ? 0 : least.Entries()[x] / (radius + 1));
+    for (i32 y = -radius; y < source.height; ++y) {
+        rays.Advance(y);
+        if (y >= 0) {
+            FadeRow(source.Row(y), rays.LeastOfRow(), mean, run.ResultRow(y), source.rowBytes);
         }
     }
     return WorkEnd::DoneInSilence;

@@ -36,8 +36,9 @@ void Join(const Part* __restrict parts, std::size_t distance, const u8* __restri
 }
 
 // Doubles the windows until they have their size: from one of n samples comes one of 2n or 2n + 1.
-void MeansOfBlock(const u8* samples, u32 size, std::size_t step, const RoundedDivision& division,
-                  u8* means, std::size_t count) {
+template <class Whole, class Finish>
+void JoinBlock(const u8* samples, u32 size, std::size_t step, const Finish& finish, Whole* wholes,
+               std::size_t count) {
     alignas(64) u16 room[2][kRoom];
     u16* sums = room[0];
     u16* wider = room[1];
@@ -53,9 +54,9 @@ void MeansOfBlock(const u8* samples, u32 size, std::size_t step, const RoundedDi
         const std::size_t wanted = count + (size - (2 * reach + odd)) * step;
         if (level == 0) {
             if (reach == 1) {
-                Join(samples, distance, singles, means, count, division);
+                Join(samples, distance, singles, wholes, count, finish);
             } else {
-                Join(sums, distance, singles, means, count, division);
+                Join(sums, distance, singles, wholes, count, finish);
             }
         } else if (reach == 1) {
             Join(samples, distance, singles, sums, wanted, WholeSum());
@@ -70,8 +71,15 @@ void MeansOfBlock(const u8* samples, u32 size, std::size_t step, const RoundedDi
 void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
                    u8* means, std::size_t count) {
     for (std::size_t done = 0; done < count; done += kBlock) {
-        MeansOfBlock(samples + done, static_cast<u32>(size), step, division, means + done,
-                     std::min(kBlock, count - done));
+        JoinBlock(samples + done, static_cast<u32>(size), step, division, means + done,
+                  std::min(kBlock, count - done));
+    }
+}
+
+void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
+    for (std::size_t done = 0; done < count; done += kBlock) {
+        JoinBlock(samples + done, static_cast<u32>(size), 1, WholeSum(), sums + done,
+                  std::min(kBlock, count - done));
     }
 }
 
@@ -124,6 +132,7 @@ RoundedDivision::RoundedDivision(i32 divisor) : half(static_cast<u16>(divisor / 
 }
 
 HWY_EXPORT(MeansAlongRow);
+HWY_EXPORT(SumsAlongRow);
 HWY_EXPORT(AddToSums);
 HWY_EXPORT(SlideToMeans);
 HWY_EXPORT(SlideToWeightedMeans);
@@ -131,6 +140,10 @@ HWY_EXPORT(SlideToWeightedMeans);
 void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
                    u8* means, std::size_t count) {
     HWY_DYNAMIC_DISPATCH(MeansAlongRow)(samples, size, step, division, means, count);
+}
+
+void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(SumsAlongRow)(samples, size, sums, count);
 }
 
 void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count) {

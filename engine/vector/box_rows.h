@@ -20,6 +20,13 @@ struct RoundedDivision {
 
     explicit RoundedDivision(i32 divisor);
 
+    // Rounds down; the divisor may be 129, too.
+    static RoundedDivision Truncating(i32 divisor) {
+        RoundedDivision division(divisor);
+        division.half = 0;
+        return division;
+    }
+
     // The same, but truncating.
     static RoundedDivision Down(i32 divisor) {
         RoundedDivision division(divisor);
@@ -39,6 +46,9 @@ struct RoundedDivision {
 // samples[count - 1 + (size - 1) * step].
 void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
                    u8* means, std::size_t count);
+
+// The sums of such windows of 2 to 129 neighbouring samples.
+void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count);
 
 // The windows of neighbouring columns while they slide over the rows: `count` sums of up to 128
 // samples, and the rows that enter and leave.
