@@ -42,7 +42,7 @@ struct WeightPair {
 
 // Processors of this target multiply and add at one stroke, which Highway does not name.
 #if HWY_TARGET == HWY_AVX3_DL
-#define ZQ_WITH_DOT_PRODUCTS __attribute__((target("avx512vnni")))
+#define ZQ_WITH_DOT_PRODUCTS __attribute__((target(HWY_TARGET_STR ",avx512vnni")))
 #else
 #define ZQ_WITH_DOT_PRODUCTS
 #endif
