@@ -13,7 +13,9 @@ trap clean_up EXIT
 
 start_screen() {
     mkfifo "$work/display"
-    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3<>"$work/display" 2>"$work/screen.log" &
+    # It stays as it is when a program goes: while it starts afresh, it refuses the next one.
+    Xvfb -displayfd 3 -noreset -screen 0 1024x768x24 -nolisten tcp \
+        3<>"$work/display" 2>"$work/screen.log" &
     screen=$!
     local number
     if ! read -r -t "$patience" number <>"$work/display"; then
