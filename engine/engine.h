@@ -5,6 +5,8 @@
 #include "platform/types.h"
 #include <zq/engine.h>
 
+#include <cstddef>
+
 // Calls `progressHook` with the percent done if there is one and `progressEnabled` is non-zero.
 void ReportProgress(i32 percent);
 
@@ -17,3 +19,9 @@ i32 ShouldAbort();
 // preview and the later run of the same effect see different numbers. A program's engine and the
 // library's draw from one stream.
 i32 EngineRandom();
+
+// The next `count` numbers at once. The first leaves the stream where it is.
+void PeekRandom(u16* numbers, std::size_t count);
+void TakeRandom(u16* numbers, std::size_t count);
+// Passes over `count` numbers.
+void SkipRandom(std::size_t count);

@@ -1,5 +1,6 @@
 #include "engine/engine.h"
 
+#include "engine/vector/random_draws.h"
 #include "platform/base/random_state.h"
 #include "platform/win32.h"
 
@@ -28,4 +29,18 @@ i32 EngineRandom() {
     thread_local u32& state = RandomState(); // asked once: kernels draw for every pixel
     state = state * 214013u + 2531011u;
     return static_cast<i32>((state >> 16) & 0x7FFFu);
+}
+
+void PeekRandom(u16* numbers, std::size_t count) {
+    DrawNumbers(RandomState(), numbers, count);
+}
+
+void TakeRandom(u16* numbers, std::size_t count) {
+    u32& state = RandomState();
+    state = DrawNumbers(state, numbers, count);
+}
+
+void SkipRandom(std::size_t count) {
+    u32& state = RandomState();
+    state = StateAfterDraws(state, count);
 }
