@@ -1,7 +1,9 @@
 // Turns the picture into a relief: the difference of two pixels along one of eight directions, over
 // a background. A border as wide as their distance is background alone, on all four sides.
 #include "engine/pixel.h"
+#include "engine/relief/mean_slopes.h"
 #include "engine/relief/relief_kernels.h"
+#include "engine/vector/byte_rows.h"
 
 namespace {
 
@@ -29,67 +31,65 @@ constexpr std::array<Direction, 8> kDirections{{
 struct Relief {
     std::ptrdiff_t neighbour; // bytes to the neighbour; the opposite one lies as far behind
     i32 sign;
-    PixelColour background;
+    RowPattern ground;
+    Stores stores;
 };
 
-// The mean over the channels of a difference, truncated toward zero.
-template <std::size_t bytes>
-i32 MeanSlope(const u8* high, const u8* low, i32 sign) {
-    i32 sum = 0;
-    for (std::size_t channel = 0; channel < bytes; ++channel) {
-        sum += high[channel] - low[channel];
-    }
-    return sign * sum / static_cast<i32>(bytes);
+// Of the two ends of a slope, the one that brightens and the one that darkens.
+struct Slope {
+    const u8* high;
+    const u8* low;
+};
+
+Slope SlopeFrom(const u8* from, const u8* to, i32 sign) {
+    return sign > 0 ? Slope{to, from} : Slope{from, to};
 }
 
 // Adds the relief to the picture.
 template <std::size_t bytes>
-void WriteOriginal(const u8* from, u8* to, i32 pixels, const Relief& relief) {
-    for (; pixels > 0; --pixels, from += bytes, to += bytes) {
-        const i32 slope =
-            MeanSlope<bytes>(from + relief.neighbour, from - relief.neighbour, relief.sign);
-        for (std::size_t channel = 0; channel < bytes; ++channel) {
-            to[channel] = ClampToByte(from[channel] + slope);
+void WriteOriginal(const u8* from, u8* to, std::size_t pixels, const Relief& relief) {
+    const auto [high, low] =
+        SlopeFrom(from - relief.neighbour, from + relief.neighbour, relief.sign);
+    if constexpr (bytes == 3) {
+        AddMeanSlopes(high, low, from, to, pixels);
+    } else {
+        for (std::size_t i = 0; i < pixels; ++i) {
+            to[i] = ClampToByte(from[i] + high[i] - low[i]);
         }
     }
 }
 
 // A relief of each channel by itself.
 template <std::size_t bytes>
-void WriteChannels(const u8* from, u8* to, i32 pixels, const Relief& relief) {
-    for (; pixels > 0; --pixels, from += bytes, to += bytes) {
-        const u8* neighbour = from + relief.neighbour;
-        for (std::size_t channel = 0; channel < bytes; ++channel) {
-            to[channel] = ClampToByte(relief.sign * (neighbour[channel] - from[channel]) +
-                                      relief.background[channel]);
-        }
-    }
+void WriteChannels(const u8* from, u8* to, std::size_t pixels, const Relief& relief) {
+    const auto [high, low] = SlopeFrom(from, from + relief.neighbour, relief.sign);
+    AddDifference(high, low, to, pixels * bytes, relief.ground, relief.stores);
 }
 
 // A relief without colour.
 template <std::size_t bytes>
-void WriteGray(const u8* from, u8* to, i32 pixels, const Relief& relief) {
-    for (; pixels > 0; --pixels, from += bytes, to += bytes) {
-        const i32 slope = MeanSlope<bytes>(from + relief.neighbour, from, relief.sign);
-        for (std::size_t channel = 0; channel < bytes; ++channel) {
-            to[channel] = ClampToByte(slope + relief.background[channel]);
-        }
+void WriteGray(const u8* from, u8* to, std::size_t pixels, const Relief& relief) {
+    const auto [high, low] = SlopeFrom(from, from + relief.neighbour, relief.sign);
+    if constexpr (bytes == 3) {
+        WriteMeanSlopes(high, low, to, pixels);
+    } else {
+        AddDifference(high, low, to, pixels, relief.ground, relief.stores);
     }
 }
 
 template <std::size_t bytes>
-void CopyRun(const u8* from, u8* to, i32 pixels, const Relief&) {
-    std::memcpy(to, from, static_cast<std::size_t>(pixels) * bytes);
+void CopyRun(const u8* from, u8* to, std::size_t pixels, const Relief&) {
+    std::memcpy(to, from, pixels * bytes);
 }
 
 template <std::size_t bytes>
-void FillRun(const u8*, u8* to, i32 pixels, const Relief& relief) {
+void FillRun(const u8*, u8* to, std::size_t pixels, const Relief& relief) {
     for (; pixels > 0; --pixels, to += bytes) {
-        CopyPixel<bytes>(relief.background.data(), to);
+        CopyPixel<bytes>(relief.ground.At(0), to);
     }
 }
 
-using PixelRun = void (*)(const u8* from, u8* to, i32 pixels, const Relief& relief);
+using PixelRun = void (*)(const u8* from, u8* to, std::size_t pixels, const Relief& relief);
 
 template <std::size_t bytes>
 PixelRun InteriorRun(i32 mode) {
@@ -107,10 +107,11 @@ template <std::size_t bytes>
 WorkEnd WriteRelief(const KernelRun& run, const Relief& relief, i32 mode, i32 reach) {
     const PixelRun interior = InteriorRun<bytes>(mode);
     const PixelRun border = mode == kOriginal ? CopyRun<bytes> : FillRun<bytes>;
-    const i32 width = run.source.width;
     const i32 height = run.source.height;
-    const std::size_t left = static_cast<std::size_t>(reach) * bytes;
-    const std::size_t right = static_cast<std::size_t>(width - reach) * bytes;
+    const auto width = static_cast<std::size_t>(run.source.width);
+    const auto edge = static_cast<std::size_t>(reach);
+    const std::size_t left = edge * bytes;
+    const std::size_t right = (width - edge) * bytes;
     for (i32 y = 0; y < height; ++y) {
         const u8* from = run.source.Row(y);
         u8* to = run.ResultRow(y);
@@ -124,9 +125,9 @@ WorkEnd WriteRelief(const KernelRun& run, const Relief& relief, i32 mode, i32 re
         if (!run.BeginLine(y, height)) {
             return WorkEnd::Stopped;
         }
-        border(from, to, reach, relief);
-        interior(from + left, to + left, width - 2 * reach, relief);
-        border(from + right, to + right, reach, relief);
+        border(from, to, edge, relief);
+        interior(from + left, to + left, width - 2 * edge, relief);
+        border(from + right, to + right, edge, relief);
     }
     return WorkEnd::Done;
 }
@@ -142,12 +143,14 @@ DibHandle Emboss(DibHandle source, const EmbossParams& params) {
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         const DibView& picture = run.source;
         const i32 reach = std::min({params.depth, picture.width / 2, picture.height / 2});
-        Relief relief{.neighbour = 0, .sign = direction.sign, .background = {128, 128, 128}};
-        relief.neighbour = reach * (direction.y * static_cast<std::ptrdiff_t>(picture.stride) +
-                                    direction.x * static_cast<std::ptrdiff_t>(PixelBytes(picture)));
-        if (params.mode == kActive) {
-            relief.background = PixelOfColour(params.backColor, picture);
-        }
+        const PixelColour ground = params.mode == kActive ? PixelOfColour(params.backColor, picture)
+                                                          : PixelColour{128, 128, 128};
+        const Relief relief{
+            .neighbour = reach * (direction.y * static_cast<std::ptrdiff_t>(picture.stride) +
+                                  direction.x * static_cast<std::ptrdiff_t>(PixelBytes(picture))),
+            .sign = direction.sign,
+            .ground = RowPattern([&](std::size_t i) { return ground[i % 3]; }),
+            .stores = StoresFor(picture)};
         run.CopyHead();
         return WithPixelBytes(picture, [&](auto bytes) {
             return WriteRelief<bytes>(run, relief, params.mode, reach);

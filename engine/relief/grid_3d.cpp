@@ -2,46 +2,54 @@
 // grid line are lightened or darkened. In the irregular shape the lines wander.
 #include "engine/pixel.h"
 #include "engine/relief/relief_kernels.h"
+#include "engine/relief/wandering_cells.h"
+#include "engine/vector/byte_rows.h"
 
 namespace {
 
-constexpr std::size_t kLargestCell = 64;
+struct Cells {
+    u32 mask; // a place in a cell, 0 to mask; places run on from cell to cell
+    u8 bevel;
 
-// The change of brightness by the two places in the cell.
-class Bevels {
-public:
-    Bevels(u32 cellMask, i32 bevel) : cellMask_(cellMask) {
-        for (u32 a = 0; a <= cellMask; ++a) {
-            for (u32 b = 0; b <= cellMask; ++b) {
-                changes_[a][b] = static_cast<i16>(ChangeAt(a, b, bevel));
-            }
-        }
-    }
-
-    // Places run on from cell to cell; negative ones are given wrapped.
-    i32 At(u32 a, u32 b) const { return changes_[a & cellMask_][b & cellMask_]; }
-
-private:
-    i32 ChangeAt(u32 a, u32 b, i32 bevel) const {
-        const auto isGroove = [&](u32 place) { return place == 0 || place == cellMask_; };
-        if (isGroove(a) || isGroove(b)) {
-            return 0;
-        }
-        if (a == 1) {
-            return -bevel;
-        }
-        if (a == cellMask_ - 1) {
-            return bevel;
-        }
-        if (b == 1) {
-            return bevel;
-        }
-        return b == cellMask_ - 1 ? -bevel : 0;
-    }
-
-    const u32 cellMask_;
-    std::array<std::array<i16, kLargestCell>, kLargestCell> changes_{};
+    bool IsGroove(u32 place) const { return (place & mask) == 0 || (place & mask) == mask; }
+    bool IsFirst(u32 place) const { return (place & mask) == 1; }
+    bool IsLast(u32 place) const { return (place & mask) == mask - 1; }
 };
+
+// Bytes along a row: `value` where the pixel's place in its cell is one of those asked for.
+template <class IsChosen>
+RowPattern PatternOf(std::size_t pixelBytes, u8 value, const IsChosen& isChosen) {
+    return RowPattern(
+        [&](std::size_t i) { return isChosen(static_cast<u32>(i / pixelBytes)) ? value : u8{0}; });
+}
+
+// The first row of a cell is dark and its last one light; in the others it is the first and the
+// last pixel that are light and dark.
+WorkEnd DrawRegular(const KernelRun& run, const Cells& cells) {
+    const std::size_t pixel = PixelBytes(run.source);
+    const Stores stores = StoresFor(run.source);
+    const auto pattern = [&](const auto& isChosen) {
+        return PatternOf(pixel, cells.bevel, isChosen);
+    };
+    const RowPattern none = pattern([](u32) { return false; });
+    const RowPattern tile = pattern([&](u32 x) { return !cells.IsGroove(x); });
+    const RowPattern left = pattern([&](u32 x) { return cells.IsFirst(x); });
+    const RowPattern right = pattern([&](u32 x) { return cells.IsLast(x); });
+    run.CopyHead();
+    return run.ForEachRow([&](const u8* from, u8* to, i32 y) {
+        const std::size_t bytes = run.source.rowBytes;
+        const auto place = static_cast<u32>(y);
+        if (cells.IsGroove(place)) {
+            CopyBytes(from, to, bytes, stores);
+        } else if (cells.IsFirst(place)) {
+            AddPattern(from, to, bytes, none, tile, stores);
+        } else if (cells.IsLast(place)) {
+            AddPattern(from, to, bytes, tile, none, stores);
+        } else {
+            AddPattern(from, to, bytes, left, right, stores);
+        }
+    });
+}
 
 void RandomStep(i32& walk) {
     switch (EngineRandom() & 3) {
@@ -56,45 +64,36 @@ void RandomStep(i32& walk) {
     }
 }
 
-template <class ChangeOf>
-void BevelRow(const DibView& source, const u8* from, u8* to, const ChangeOf& changeOf) {
-    WithPixelBytes(source, [&](auto bytes) {
-        for (i32 x = 0; x < source.width; ++x, from += bytes, to += bytes) {
-            const i32 change = changeOf(static_cast<u32>(x));
-            for (std::size_t channel = 0; channel < bytes; ++channel) {
-                to[channel] = ClampToByte(from[channel] + change);
-            }
-        }
-    });
-}
-
-WorkEnd DrawRegular(const KernelRun& run, const Bevels& bevels) {
-    run.CopyHead();
-    return run.ForEachRow([&](const u8* from, u8* to, i32 y) {
-        BevelRow(run.source, from, to, [&](u32 x) { return bevels.At(static_cast<u32>(y), x); });
-    });
-}
-
-// The two places change roles here, and with them the sides that the light falls on.
-WorkEnd DrawIrregular(const KernelRun& run, const Bevels& bevels) {
-    const auto width = static_cast<std::size_t>(run.source.width);
-    const BlockTable<i32> columnDrift(width);
+// Rows and columns change roles here, and with them the sides that the light falls on.
+WorkEnd DrawIrregular(const KernelRun& run, const Cells& cells) {
+    const std::size_t pixel = PixelBytes(run.source);
+    const BlockTable<u8> columnDrift(run.source.rowBytes);
     if (!columnDrift) {
         return WorkEnd::NoMemory;
     }
     i32 walk = 0;
-    for (std::size_t x = 0; x < width; ++x) {
+    for (std::size_t i = 0; i < run.source.rowBytes; i += pixel) {
         RandomStep(walk);
-        columnDrift[x] = walk;
+        std::memset(&columnDrift[i], static_cast<u8>(walk), pixel);
     }
+    const WanderingCells wandering{
+        .up = PatternOf(pixel, cells.bevel, [&](u32 place) { return cells.IsLast(place); }),
+        .down = PatternOf(pixel, cells.bevel, [&](u32 place) { return cells.IsFirst(place); }),
+        .inner = PatternOf(pixel, 255,
+                           [&](u32 place) {
+                               return !cells.IsGroove(place) && !cells.IsFirst(place) &&
+                                      !cells.IsLast(place);
+                           }),
+        .bevel = cells.bevel,
+        .cellMask = static_cast<u8>(cells.mask)};
     run.CopyHead();
+    const Stores stores = StoresFor(run.source);
     i32 rowDrift = 0;
     return run.ForEachRow([&](const u8* from, u8* to, i32 y) {
         RandomStep(rowDrift);
-        BevelRow(run.source, from, to, [&](u32 x) {
-            return bevels.At(static_cast<u32>(rowDrift) + x,
-                             static_cast<u32>(columnDrift[x]) + static_cast<u32>(y));
-        });
+        const std::size_t start = pixel * (static_cast<u32>(rowDrift) & cells.mask);
+        AddWanderingCells(from, columnDrift.Entries(), to, run.source.rowBytes, wandering, start,
+                          static_cast<u8>(y), stores);
     });
 }
 
@@ -105,9 +104,9 @@ DibHandle Grid3D(DibHandle source, const Grid3DParams& params) {
         params.shape < 0 || params.shape > 1) {
         return 0;
     }
-    const u32 cellMask = params.size == 3 ? 63 : (params.size == 1 ? 31 : 15);
-    const Bevels bevels(cellMask, 92 - 32 * params.height);
+    const Cells cells{.mask = params.size == 3 ? 63u : (params.size == 1 ? 31u : 15u),
+                      .bevel = static_cast<u8>(92 - 32 * params.height)};
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        return params.shape == 0 ? DrawRegular(run, bevels) : DrawIrregular(run, bevels);
+        return params.shape == 0 ? DrawRegular(run, cells) : DrawIrregular(run, cells);
     });
 }

@@ -1,4 +1,6 @@
 // The rows of bytes that kernels share, for every instruction set, from and to any address.
+#include "engine/colour/hue_row.h"
+#include "engine/colour/threshold_row.h"
 #include "engine/vector/byte_rows.h"
 #include "engine/vector/map_bytes.h"
 #include "engine/vector/targets.h"
@@ -89,6 +91,33 @@ TEST(ByteRows, GiveEveryByteAndNoOther) {
                 FinishStores();
                 ASSERT_TRUE(to == expected);
             }
+        }
+    }
+    UseVectorTarget(0);
+}
+
+// Only large pictures are written past the caches: here small ones are, too.
+TEST(ByteRows, PixelsPastTheCachesAreTheSame) {
+    std::mt19937 random(9);
+    const SaturationTables saturation(-40);
+    for (const i64 target : VectorTargets()) {
+        UseVectorTarget(target);
+        for (std::size_t pixels = 0; pixels < 270; ++pixels) {
+            SCOPED_TRACE(testing::Message() << VectorTargetName(target) << ", " << pixels);
+            std::vector<u8> from(3 * pixels);
+            std::generate(from.begin(), from.end(), [&] { return static_cast<u8>(random()); });
+            const std::size_t before = random() % 70;
+            std::vector<u8> rows[2][2]; // by kind of pixels and of stores
+            for (const Stores stores : {Stores::Cached, Stores::Streamed}) {
+                std::vector<u8>* made = rows[stores == Stores::Streamed ? 1 : 0];
+                made[0] = made[1] = std::vector<u8>(before + 3 * pixels + 64, u8{7});
+                ThresholdPixels(from.data(), made[0].data() + before, pixels, 128, stores);
+                TurnPixels(from.data(), made[1].data() + before, pixels, {2, 17}, saturation,
+                           stores);
+                FinishStores();
+            }
+            ASSERT_TRUE(rows[0][0] == rows[1][0]);
+            ASSERT_TRUE(rows[0][1] == rows[1][1]);
         }
     }
     UseVectorTarget(0);
