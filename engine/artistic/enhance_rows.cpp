@@ -16,11 +16,13 @@ void FindDistances(const u8* __restrict tones, u8* __restrict distances, std::si
     constexpr const ChannelMasks& masks = kChannelMasks;
     for (std::size_t done = 0; done < count; done += ChannelMasks::kBytes) {
         const u8* here = tones + done;
+        const u8* before = here - 1;
+        const u8* beforeThat = here - 2;
         u8* to = distances + done;
         const std::size_t n = std::min(ChannelMasks::kBytes, count - done);
         for (std::size_t i = 0; i < n; ++i) {
-            const u8 back1 = here[i - 1] & masks.back1[i];
-            const u8 back2 = here[i - 2] & masks.back2[i];
+            const u8 back1 = before[i] & masks.back1[i];
+            const u8 back2 = beforeThat[i] & masks.back2[i];
             const u8 ahead1 = here[i + 1] & masks.ahead1[i];
             const u8 ahead2 = here[i + 2] & masks.ahead2[i];
             const u8 back = back1 > back2 ? back1 : back2;
