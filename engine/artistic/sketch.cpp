@@ -42,11 +42,13 @@ void DrawPencilPixels(const u8* __restrict edges, u8 threshold, u8* __restrict t
     constexpr const ChannelMasks& masks = kChannelMasks;
     for (std::size_t done = 0; done < count; done += ChannelMasks::kBytes) {
         const u8* here = edges + done;
+        const u8* before = here - 1;
+        const u8* beforeThat = here - 2;
         u8* tones = to + done;
         const std::size_t n = std::min(ChannelMasks::kBytes, count - done);
         for (std::size_t i = 0; i < n; ++i) {
-            const i32 sum = here[i] + (here[i - 2] & masks.back2[i]) +
-                            (here[i - 1] & masks.back1[i]) + (here[i + 1] & masks.ahead1[i]) +
+            const i32 sum = here[i] + (beforeThat[i] & masks.back2[i]) +
+                            (before[i] & masks.back1[i]) + (here[i + 1] & masks.ahead1[i]) +
                             (here[i + 2] & masks.ahead2[i]);
             // Divided by 3, exactly up to 3 * 255.
             const auto mean = static_cast<u16>(u32{static_cast<u16>(sum)} * u32{21846} >> 16);
