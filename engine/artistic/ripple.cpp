@@ -1,11 +1,14 @@
 // Shakes rows sideways and diagonals up and down by a sine whose height swells and fades.
 #include "engine/artistic/artistic_kernels.h"
-#include "engine/pixel.h"
+#include "engine/artistic/fetch_row.h"
 
 #include <cmath>
 #include <cstdlib>
 
 namespace {
+
+constexpr i32 kLongest = 53;
+constexpr i32 kHighest = kLongest / 4 + 1; // no offset is larger
 
 // Four periods of the sine to one swell of `length` rise and `length` fall. Truncation toward zero
 // rounds offsets above 0 to nearest and pulls those below 0 up: the shake leans to one side.
@@ -31,12 +34,18 @@ DibHandle Ripple(DibHandle source, i32 intensity) {
         }
         FillOffsets(offsets, diagonals, length);
         run.CopyHead();
-        return run.ForEachRow([&](const u8*, u8* to, i32 y) {
-            const auto row = static_cast<std::size_t>(y);
-            const i64 dx = offsets[row];
-            FetchPixels(run.source, to, 0, run.source.width, [&](i32 x) {
-                const i64 dy = offsets[row + static_cast<std::size_t>(x)];
-                return Place{x + dx, y + dy};
+        const DibView& picture = run.source;
+        return WithPixelBytes(picture, [&](auto bytes) {
+            return run.ForEachRow([&](const u8*, u8* to, i32 y) {
+                const i32* const ups = offsets.Entries() + y;
+                const i64 dx = ups[0];
+                std::ptrdiff_t rows[2 * kHighest + 1];
+                for (i32 up = -kHighest; up <= kHighest; ++up) {
+                    rows[up + kHighest] = NearestRow(picture, i64{y} + up);
+                }
+                FetchRow<bytes>(picture, to, [&](i32 x) {
+                    return rows[ups[x] + kHighest] + NearestColumn<bytes>(picture, x + dx);
+                });
             });
         });
     });

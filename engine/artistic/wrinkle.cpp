@@ -1,6 +1,6 @@
 // Shifts rows sideways and columns up and down by two random walks.
 #include "engine/artistic/artistic_kernels.h"
-#include "engine/pixel.h"
+#include "engine/artistic/fetch_row.h"
 
 namespace {
 
@@ -44,13 +44,33 @@ DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
         for (std::size_t x = 0; x < width; ++x) {
             columnShift[x] = columnWalk.Step();
         }
+        const auto [lowest, highest] =
+            std::minmax_element(columnShift.Entries(), columnShift.Entries() + width);
         run.CopyHead();
-        const PixelColour fill = PixelOfColour(params.fillColor, run.source);
+        const DibView& picture = run.source;
+        const PixelColour fill = PixelOfColour(params.fillColor, picture);
         RandomWalk rowWalk(chance);
-        return run.ForEachRow([&](const u8*, u8* to, i32 y) {
-            const i64 rowShift = rowWalk.Step();
-            FetchPixelsOrFill(run.source, to, run.source.height, fill, [&](i32 x) {
-                return Place{x + rowShift, i64{y} + columnShift[static_cast<std::size_t>(x)]};
+        return WithPixelBytes(picture, [&](auto bytes) {
+            return run.ForEachRow([&](const u8*, u8* to, i32 y) {
+                const i64 rowShift = rowWalk.Step();
+                if (i64{y} + *lowest < 0 || i64{y} + *highest >= picture.height) {
+                    FetchPixelsOrFill(picture, to, picture.height, fill, [&](i32 x) {
+                        return Place{x + rowShift,
+                                     i64{y} + columnShift[static_cast<std::size_t>(x)]};
+                    });
+                    return;
+                }
+                FetchRow<bytes>(picture, to, [&](i32 x) {
+                    return (i64{y} + columnShift[static_cast<std::size_t>(x)]) *
+                               static_cast<std::ptrdiff_t>(picture.stride) +
+                           NearestColumn<bytes>(picture, x + rowShift);
+                });
+                const auto outside = static_cast<i32>(
+                    std::min<i64>(rowShift < 0 ? -rowShift : rowShift, picture.width));
+                const i32 first = rowShift < 0 ? 0 : picture.width - outside;
+                for (i32 x = first; x < first + outside; ++x) {
+                    CopyPixel<bytes>(fill.data(), to + static_cast<std::size_t>(x) * bytes);
+                }
             });
         });
     });

@@ -231,8 +231,10 @@ void SortMedianRows(const DibView& source, i32 size, i32 y, i32 rows, u8* to) {
         return WriteRowsOfSize<5>(source, y, rows, to);
     case 6:
         return WriteRowsOfSize<6>(source, y, rows, to);
-    default:
+    case 7:
         return WriteRowsOfSize<7>(source, y, rows, to);
+    default:
+        return WriteRowsOfSize<8>(source, y, rows, to);
     }
 }
 

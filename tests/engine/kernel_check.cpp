@@ -76,7 +76,7 @@ std::vector<i32> MakeRecord(Random& random, const CheckedKernel& kernel) {
     return record;
 }
 
-std::pair<i32, i32> MakeSize(Random& random, bool large, bool veryWide) {
+std::pair<i32, i32> MakeSize(Random& random, bool large, bool costly, bool veryWide) {
     const std::pair<i32, i32> small[] = {
         {1, 1}, {2, 2}, {1, Between(random, 2, 40)}, {Between(random, 2, 40), 1}};
     const std::pair<i32, i32> wide[] = {{2100, 2}, {3, 2100}, {4100, 1}, {11000, 3}, {70000, 1}};
@@ -84,8 +84,9 @@ std::pair<i32, i32> MakeSize(Random& random, bool large, bool veryWide) {
         return wide[random() % std::size(wide)];
     }
     if (large) {
-        return random() % 4 == 0 ? std::pair(Between(random, 120, 420), Between(random, 2, 12))
-                                 : std::pair(Between(random, 17, 67), Between(random, 17, 53));
+        return costly || random() % 4 == 0
+                   ? std::pair(Between(random, 120, 420), Between(random, 2, 12))
+                   : std::pair(Between(random, 17, 67), Between(random, 17, 53));
     }
     return random() % 3 == 0 ? small[random() % std::size(small)]
                              : std::pair(Between(random, 2, 16), Between(random, 2, 16));
@@ -148,7 +149,7 @@ Case MakeCase(const CheckedKernel& kernel, u32 number) {
     Case made = {&kernel, number, {}, {}, targets[random() % targets.size()]};
     made.record = MakeRecord(random, kernel);
     const bool costly = (kernel.traits & kCostly) != 0 && made.record[0] > kernel.costlyAbove;
-    const auto [width, height] = MakeSize(random, number % 8 == 0 && !costly,
+    const auto [width, height] = MakeSize(random, number % (costly ? 24 : 8) == 0, costly,
                                           (kernel.traits & kVeryWide) != 0 && number % 16 == 1);
     made.picture = MakePicture(random, width, height);
     return made;
