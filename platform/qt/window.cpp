@@ -113,7 +113,7 @@ void RemoveWindow(HWND handle) {
     }
     if (QWidget* widget = window->widget) {
         Windows().byWidget.erase(widget);
-        widget->disconnect();
+        widget->blockSignals(true); // `destroyed` still comes: Qt's accessibility waits for it
         widget->hide();
         DeleteWhenIdle(widget);
     }
