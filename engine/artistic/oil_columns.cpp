@@ -149,7 +149,7 @@ void WriteBlock(const OilColumns& columns, std::size_t block, u8* to, std::size_
 void WriteLargeSquares(const OilColumns& columns, u8* to, std::size_t count) {
     const std::size_t reach = columns.radius * columns.channels;
     OilRun best;
-    u16 room[2][2 * kOilRun];
+    u16 room[2][2 * kOilRun] = {}; // whole pieces are summed, beyond what counts
     for (std::size_t first = 0; first < count; first += kOilRun) {
         std::memset(best.most, 0, sizeof best.most);
         for (BandSet rest = BandsOf(columns.present, first, kOilRun + 2 * reach); rest != 0;

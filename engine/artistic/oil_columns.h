@@ -13,6 +13,7 @@ constexpr std::size_t kOilBands = 32;
 constexpr i32 kOilBandShift = 3; // 8 tones a band, which stands for its lowest one
 constexpr std::size_t kOilBlock = 64;
 constexpr std::size_t kOilRun = 1024; // samples of the result that are worked on together, at most
+constexpr std::size_t kOilBeyond = kOilRun + kOilBlock; // read beyond the last square, at most
 constexpr u8 kNoBand = 255;           // of samples that only fill a block
 
 // A set of bands: bit i is band i.
@@ -41,6 +42,6 @@ void MoveOilColumns(const OilColumns& columns, const BandRow& entering, const Ba
 
 // The same, and writes the `count` samples of a row: the lowest tone of each square's most frequent
 // band, of bands with equal counts the darkest one. `columns.samples` must reach beyond the last
-// square by kOilRun.
+// square by kOilBeyond.
 void MoveAndWriteOil(const OilColumns& columns, const BandRow& entering, const BandRow& leaving,
                      u8* to, std::size_t count);

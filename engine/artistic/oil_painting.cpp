@@ -16,7 +16,7 @@ public:
     MovingColumns(const DibView& source, i32 radius)
         : source_(source), radius_(radius),
           margin_(static_cast<std::size_t>(radius) * PixelBytes(source)),
-          samples_(RoundUp(source.rowBytes + 2 * margin_, kOilBlock) + kOilRun),
+          samples_(RoundUp(source.rowBytes + 2 * margin_, kOilBlock) + kOilBeyond),
           blocks_(samples_ / kOilBlock), counts_(u64{kOilBands} * samples_),
           bands_(u64{3} * samples_), sets_((2 * static_cast<u64>(radius) + 3) * blocks_),
           present_(blocks_) {}
