@@ -14,7 +14,7 @@ constexpr i32 kOilBandShift = 3; // 8 tones a band, which stands for its lowest 
 constexpr std::size_t kOilBlock = 64;
 constexpr std::size_t kOilRun = 1024; // samples of the result that are worked on together, at most
 constexpr std::size_t kOilBeyond = kOilRun + kOilBlock; // read beyond the last square, at most
-constexpr u8 kNoBand = 255;           // of samples that only fill a block
+constexpr u8 kNoBand = 255;                             // of samples that only fill a block
 
 // A set of bands: bit i is band i.
 using BandSet = u32;
