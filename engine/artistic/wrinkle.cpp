@@ -44,7 +44,7 @@ DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
         for (std::size_t x = 0; x < width; ++x) {
             columnShift[x] = columnWalk.Step();
         }
-        const auto [lowest, highest] =
+        const auto extremes =
             std::minmax_element(columnShift.Entries(), columnShift.Entries() + width);
         run.CopyHead();
         const DibView& picture = run.source;
@@ -53,7 +53,7 @@ DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
         return WithPixelBytes(picture, [&](auto bytes) {
             return run.ForEachRow([&](const u8*, u8* to, i32 y) {
                 const i64 rowShift = rowWalk.Step();
-                if (i64{y} + *lowest < 0 || i64{y} + *highest >= picture.height) {
+                if (i64{y} + *extremes.first < 0 || i64{y} + *extremes.second >= picture.height) {
                     FetchPixelsOrFill(picture, to, picture.height, fill, [&](i32 x) {
                         return Place{x + rowShift,
                                      i64{y} + columnShift[static_cast<std::size_t>(x)]};
