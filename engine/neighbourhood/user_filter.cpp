@@ -1,8 +1,18 @@
 // A convolution with any 5 x 5 matrix, in fixed point with 18 bits of fraction. Beyond the edges
 // the edge pixels repeat. Everything is counted in 32 bits and wraps around when the cells are very
 // large against the scale.
-#include "engine/neighbourhood/extended_line.h"
+//
+// The products are rounded one by one, so the sum is some units off the exact one. That shows only
+// where the exact quotient by the scale lies halfway between two tones: everywhere else it is taken
+// from the exact sum, a row at a time, and only there the rounded products are added up. (With a
+// power of 2 as scale products are exact, but for negative ones, which are 1 too large; so that all
+// halves are rounded up.)
+#include "engine/neighbourhood/extended_rows.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
+#include "engine/vector/quotient_rows.h"
+
+#include <bit>
+#include <cstdlib>
 
 namespace {
 
@@ -29,6 +39,7 @@ TapTable ProductsOf(i32 cell, i32 scale) {
 struct Tap {
     i32 rowsUp; // -2 to 2
     std::size_t column;
+    i32 cell;
     TapTable products;
 };
 
@@ -40,7 +51,7 @@ struct Matrix {
         for (i32 cell = 0; cell < kCells; ++cell) {
             if (params.cells[cell] != 0) {
                 taps[count++] = {kReach - cell / kSide, static_cast<std::size_t>(cell % kSide),
-                                 ProductsOf(params.cells[cell], params.scale)};
+                                 params.cells[cell], ProductsOf(params.cells[cell], params.scale)};
             }
         }
     }
@@ -55,53 +66,86 @@ u8 ToneOf(u32 sum, u32 bias) {
     return static_cast<u8>(std::clamp(tone, 0, 255));
 }
 
-// The five source rows around one, each with its ends repeated.
-class RowRing {
+using Neighbours = std::array<const u8*, kCells>;
+
+u8 ToneAt(const Matrix& matrix, const Neighbours& neighbours, std::size_t i, i32 bias) {
+    u32 sum = 0;
+    for (std::size_t tap = 0; tap < matrix.count; ++tap) {
+        sum += matrix.taps[tap].products[neighbours[tap][i]];
+    }
+    return ToneOf(sum, static_cast<u32>(bias));
+}
+
+// The exact quotient, rounded to nearest and halves up, as (2 * sum + (2 * bias + 1) * scale) /
+// (2 * scale). False when it might be wrong even between the halves: a rounded product is at most
+// 1.5 off and all of them 37.5, while the least distance from a half, 2^18 / (2 * scale), must be
+// larger; and no sum may wrap around.
+bool MakeQuotient(const Matrix& matrix, const UserFilterParams& params, QuotientWeights& quotient) {
+    constexpr i32 kLargestScale = QuotientWeights::kLargestDivisor / 2;
+    constexpr i32 kLargestBias = 1 << 15;
+    constexpr i64 kLargestQuotient = (i64{1} << (31 - kFractionBits)) - 2;
+    const i64 scale = std::abs(i64{params.scale});
+    if (scale > kLargestScale || std::abs(i64{params.bias}) > kLargestBias) {
+        return false;
+    }
+    i64 largestSum = 0;
+    for (std::size_t tap = 0; tap < matrix.count; ++tap) {
+        const i64 weight = 2 * i64{matrix.taps[tap].cell} * (params.scale < 0 ? -1 : 1);
+        if (std::abs(weight) > QuotientWeights::kLargestWeight) {
+            return false;
+        }
+        largestSum += std::abs(weight) / 2 * 255;
+        quotient.values[quotient.count++] = static_cast<i32>(weight);
+    }
+    quotient.offset = static_cast<i32>((2 * i64{params.bias} + 1) * scale);
+    quotient.divisor = static_cast<i32>(2 * scale);
+    return matrix.count != 0 && largestSum <= kLargestQuotient * scale;
+}
+
+// Rows of tones.
+class RowFilter {
 public:
-    explicit RowRing(const DibView& source)
-        : source_(source), pixel_(PixelBytes(source)),
-          rowBytes_(source.rowBytes + (kSide - 1) * pixel_), rows_(u64{rowBytes_} * kSide) {}
+    RowFilter(const DibView& source, const Matrix& matrix, const UserFilterParams& params)
+        : matrix_(matrix), bias_(params.bias), pixel_(PixelBytes(source)), count_(source.rowBytes),
+          rows_(source, kReach), halves_(1, count_),
+          hasQuotient_(MakeQuotient(matrix, params, quotient_)),
+          halvesGoUp_(std::has_single_bit(static_cast<u32>(quotient_.divisor))) {}
 
     // False when memory was short.
-    explicit operator bool() const { return static_cast<bool>(rows_); }
+    explicit operator bool() const { return rows_ && halves_; }
 
-    // Makes the rows up to y + 2 ready; to be called for each y in turn.
-    void MoveTo(i64 y) {
-        for (; next_ < source_.height && next_ <= y + kReach; ++next_) {
-            const Line row{source_.Row(static_cast<i32>(next_)), nullptr, pixel_, pixel_,
-                           source_.width};
-            CopyExtended(row, kSide, Slot(next_));
+    // To be called for each row in turn.
+    void Filter(i64 y, u8* to) {
+        rows_.MoveTo(y);
+        Neighbours neighbours;
+        for (std::size_t tap = 0; tap < matrix_.count; ++tap) {
+            neighbours[tap] =
+                rows_.Row(y + matrix_.taps[tap].rowsUp) + matrix_.taps[tap].column * pixel_;
+        }
+        u8* halves = halves_.Row(0);
+        if (!hasQuotient_) {
+            std::memset(halves, 1, count_);
+        } else if (!DivideRows(neighbours.data(), quotient_, to, halves, count_) || halvesGoUp_) {
+            return;
+        }
+        for (std::size_t i = 0; i < count_; ++i) {
+            if (halves[i] != 0) {
+                to[i] = ToneAt(matrix_, neighbours, i, bias_);
+            }
         }
     }
-
-    const u8* Row(i64 y) const { return Slot(std::clamp<i64>(y, 0, source_.height - 1)); }
 
 private:
-    u8* Slot(i64 y) const {
-        return rows_.Entries() + static_cast<std::size_t>(y % kSide) * rowBytes_;
-    }
-
-    const DibView& source_;
+    const Matrix& matrix_;
+    const i32 bias_;
     const std::size_t pixel_;
-    const std::size_t rowBytes_;
-    const BlockTable<u8> rows_;
-    i64 next_ = 0;
+    const std::size_t count_;
+    ExtendedRows rows_;
+    const RowTable<u8> halves_;
+    QuotientWeights quotient_;
+    const bool hasQuotient_;
+    const bool halvesGoUp_;
 };
-
-void FilterRow(const Matrix& matrix, const RowRing& rows, i64 y, std::size_t pixel, u8* to,
-               std::size_t count, i32 bias) {
-    std::array<const u8*, kCells> neighbours;
-    for (std::size_t tap = 0; tap < matrix.count; ++tap) {
-        neighbours[tap] = rows.Row(y + matrix.taps[tap].rowsUp) + matrix.taps[tap].column * pixel;
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        u32 sum = 0;
-        for (std::size_t tap = 0; tap < matrix.count; ++tap) {
-            sum += matrix.taps[tap].products[neighbours[tap][i]];
-        }
-        to[i] = ToneOf(sum, static_cast<u32>(bias));
-    }
-}
 
 } // namespace
 
@@ -111,15 +155,11 @@ DibHandle UserFilter(DibHandle source, const UserFilterParams& params) {
     }
     const Matrix matrix(params);
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        RowRing rows(run.source);
-        if (!rows) {
+        RowFilter filter(run.source, matrix, params);
+        if (!filter) {
             return WorkEnd::NoMemory;
         }
         run.CopyHead();
-        return run.ForEachRow([&](const u8*, u8* to, i32 y) {
-            rows.MoveTo(y);
-            FilterRow(matrix, rows, y, PixelBytes(run.source), to, run.source.rowBytes,
-                      params.bias);
-        });
+        return run.ForEachRow([&](const u8*, u8* to, i32 y) { filter.Filter(y, to); });
     });
 }
