@@ -162,7 +162,7 @@ void FindBounds(const Window& window, std::size_t begin, std::size_t count, Boun
 
 // A pixel in the walk of a row. Colour pixels are handled as four bytes, the last of them being the
 // next pixel's first, which the next step overwrites.
-#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+#if HWY_TARGET == HWY_SCALAR
 template <std::size_t bytes>
 struct Walk {
     u8 tones[bytes] = {};
