@@ -1,5 +1,6 @@
 #include "dialogs/embedding.h"
 
+#include "platform/embedded_dialog.h"
 #include "resources/resource.h"
 
 #include <algorithm>
@@ -79,6 +80,7 @@ void BecomeChildOfBrowser(HWND dialog) {
     const LONG_PTR exStyle = GetWindowLongPtrA(dialog, GWL_EXSTYLE);
     SetWindowLongPtrA(dialog, GWL_EXSTYLE, exStyle | WS_EX_CONTROLPARENT);
     SetParent(dialog, browserWindow);
+    WorkWhileEmbedding(browserWindow);
 }
 
 } // namespace

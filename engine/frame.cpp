@@ -2,6 +2,7 @@
 
 #include "engine/vector/stores.h"
 #include "platform/base/unfilled_block.h"
+#include "platform/escape_press.h"
 #include "platform/win32.h"
 
 #include <cstring>
@@ -87,6 +88,9 @@ DibHandle RunKernelWork(DibHandle source, Depths depths, BusyCursor cursor, Kern
     }
     if (end == WorkEnd::Stopped) {
         result = OwnedBlock();
+        if (abortHook == nullptr) {
+            DropEscapePress();
+        }
     }
     if (end != WorkEnd::DoneInSilence) {
         ReportProgress(100);

@@ -4,6 +4,7 @@
 #include "dialogs/module_instance.h"
 #include "dialogs/openers.h"
 #include "library/effect_dialog.h"
+#include "platform/embedded_dialog.h"
 #include "resources/resource.h"
 #include <zq/params.h>
 
@@ -196,6 +197,7 @@ INT_PTR CALLBACK BrowserProcedure(HWND window, UINT message, WPARAM wParam, LPAR
         SetFocus(GetDlgItem(window, IDC_EFFECT_LIST));
         return TRUE;
     case WM_DESTROY:
+        EndEmbedding();
         browserWindow = nullptr;
         embeddedDialog = nullptr;
         browsing = false;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing to build zqUi on Debian 12; with --check, also what ./check needs, and
-# with --long what ./check --long does.
+# Installs what is missing to build zqUi on Debian 12; with --check, also what ./check needs, with
+# --long what ./check --long does, and with --windows what the build for Windows needs alone.
 # Where nothing is missing it needs neither network nor rights.
 set -euo pipefail
 
@@ -17,6 +17,11 @@ check_packages=(
     xvfb xdotool imagemagick
     doxygen pkg-config dpkg-dev file
 )
+windows_packages=(
+    g++-mingw-w64-i686-posix cmake ninja-build
+    libhwy-dev libgtest-dev
+    xvfb xauth
+)
 long_packages=(
     clang-14 libclang-rt-14-dev
 )
@@ -31,7 +36,8 @@ case "${1:-}" in
     "") ;;
     --check) packages+=("${check_packages[@]}") ;;
     --long) packages+=("${check_packages[@]}" "${long_packages[@]}") ;;
-    *) fail "usage: scripts/setup.sh [--check|--long]" ;;
+    --windows) packages=("${windows_packages[@]}") ;;
+    *) fail "usage: scripts/setup.sh [--check|--long|--windows]" ;;
 esac
 
 if ! command -v dpkg-query >/dev/null; then

@@ -30,7 +30,7 @@ BOOL EqualRect(const RECT* first, const RECT* second) {
 }
 
 BOOL IsRectEmpty(const RECT* rect) {
-    return rect != nullptr && (rect->left >= rect->right || rect->top >= rect->bottom);
+    return rect == nullptr || rect->left >= rect->right || rect->top >= rect->bottom;
 }
 
 } // extern "C"

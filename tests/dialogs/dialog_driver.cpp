@@ -63,7 +63,9 @@ void Scroll(HWND dialog, int bar, int code, int thumb) {
 }
 
 void Click(HWND dialog, int control) {
-    SendDlgItemMessageA(dialog, control, BM_CLICK, 0, 0);
+    if (IsEnabled(dialog, control)) {
+        SendDlgItemMessageA(dialog, control, BM_CLICK, 0, 0);
+    }
 }
 
 void PressOk(HWND dialog) {

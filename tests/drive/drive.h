@@ -53,6 +53,8 @@ void RunPending();
 // Runs an action once, from the loop, as soon as a dialog is up.
 void RunSoon(std::function<void()> action);
 
+HINSTANCE ModuleWithoutDialogs();
+
 // Called before and after every dialog that this program runs modally, until the next call.
 struct DialogWatch {
     std::function<void(int dialog)> opens;

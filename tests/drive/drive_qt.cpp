@@ -87,6 +87,10 @@ void RunPending() {
     qt_events::RunPending();
 }
 
+HINSTANCE ModuleWithoutDialogs() {
+    return nullptr;
+}
+
 void WatchDialogs(DialogWatch next) {
     watch = std::move(next);
 }

@@ -80,6 +80,10 @@ void HoldModifier(int modifier, bool down) {
 
 } // namespace
 
+HINSTANCE ModuleWithoutDialogs() {
+    return GetModuleHandleA("kernel32");
+}
+
 void WatchDialogs(DialogWatch next) {
     watch = std::move(next);
 }

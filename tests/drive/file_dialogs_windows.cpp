@@ -23,10 +23,15 @@ BOOL Answer(OPENFILENAMEA* options, bool saves) {
                TextOf(options->lpstrInitialDir),
                TextOf(options->lpstrDefExt),
                options->Flags};
-    if (answer.empty() || answer.size() >= options->nMaxFile) {
+    std::string path = answer;
+    const bool named = path.find('.', path.find_last_of("/\\") + 1) != std::string::npos;
+    if (!path.empty() && !named && !request.extension.empty()) {
+        path.append(request.extension.starts_with('.') ? "" : ".").append(request.extension);
+    }
+    if (path.empty() || path.size() >= options->nMaxFile) {
         return FALSE;
     }
-    std::strcpy(options->lpstrFile, answer.c_str());
+    std::strcpy(options->lpstrFile, path.c_str());
     return TRUE;
 }
 

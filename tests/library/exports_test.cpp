@@ -3,6 +3,7 @@
 #include "preview/background.h"
 #include "resources/module.h"
 #include "tests/dialogs/dialog_driver.h"
+#include "tests/drive/drive.h"
 #include "tests/support/document_maker.h"
 #include "tests/support/leak_guard.h"
 #include <zq/zqui.h>
@@ -34,7 +35,7 @@ TEST_F(Exports, GiveZeroWithoutABufferAndOpenNothing) {
 
 TEST_F(Exports, GiveTheAnswerOfADialogThatCannotBeOpened) {
     const TestDocument document(8, 8);
-    LibraryEntry(nullptr); // a module without resources
+    LibraryEntry(ModuleWithoutDialogs());
     for (const EffectRow& row : EffectCatalogue()) {
         std::array<i32, 80> buffer{};
         EXPECT_EQ(GetZQParam(row.id, nullptr, document.Handle(), buffer.data()),

@@ -138,7 +138,9 @@ void MouseAnything(HWND, HWND window) {
 }
 
 void PressAnything(HWND, HWND window) {
-    Send(window, BM_CLICK, 0, 0);
+    if (IsWindowEnabled(window)) {
+        Send(window, BM_CLICK, 0, 0);
+    }
 }
 
 void AnnounceAgain(HWND, HWND window) {

@@ -211,4 +211,8 @@ TEST_F(Png, ASmallFileThatClaimsAHugePictureTakesNoMemory) {
     EXPECT_EQ(AllocationCount(), 0u);
 }
 
+TEST_F(Png, IndicesBeyondThePaletteAreBlackInTheFileToo) {
+    ExpectBlackBeyondThePalette("a.png");
+}
+
 } // namespace

@@ -47,4 +47,17 @@ protected:
         }
         return colours;
     }
+
+    // Every colour of pictures with short palettes comes back from a file of this name.
+    void ExpectBlackBeyondThePalette(const char* name) const {
+        for (const ImageClass kind :
+             {ImageClass::Mono, ImageClass::Palette4, ImageClass::Palette8}) {
+            for (const u32 entries : {0u, 1u, 9u}) {
+                const OwnedBlock dib = MakeDib(kind, 21, 4, {.paletteEntries = entries});
+                ASSERT_EQ(WritePicture(Path(name).c_str(), dib.Handle()), PictureResult::Ok);
+                EXPECT_EQ(Colours(Read(Path(name)).Handle()), Colours(dib.Handle()))
+                    << "class " << static_cast<i32>(kind) << ", " << entries;
+            }
+        }
+    }
 };
