@@ -12,14 +12,9 @@
 namespace {
 
 constexpr std::size_t kLongestRecord = 260;
-// Pictures of this size take every kernel a few milliseconds at most.
+// Pictures within these take every kernel a few milliseconds, even under sanitizers.
 constexpr u64 kMostPictureBytes = 12000;
-
-std::vector<u8> BytesOf(u32 block) {
-    const BlockLock lock(block);
-    return lock ? std::vector<u8>(lock.Bytes(), lock.Bytes() + BlockSize(block))
-                : std::vector<u8>();
-}
+constexpr i32 kMostRows = 160;
 
 // ---- Pictures -----------------------------------------------------------------------------------
 
@@ -92,6 +87,12 @@ FuzzRun::~FuzzRun() {
     Require(LiveLockCount() == locks_, "as many locks are held as before");
 }
 
+std::vector<u8> BytesOf(u32 block) {
+    const BlockLock lock(block);
+    return lock ? std::vector<u8>(lock.Bytes(), lock.Bytes() + BlockSize(block))
+                : std::vector<u8>();
+}
+
 UnwrittenBlock::UnwrittenBlock(u32 block)
     : block_(block), flags_(GlobalFlags(ZqBlockOfHandle(block))), bytes_(BytesOf(block)) {}
 
@@ -103,7 +104,10 @@ UnwrittenBlock::~UnwrittenBlock() {
 OwnedBlock TakeDib(FuzzedBytes& bytes) {
     const DibHeader header = TakeHeader(bytes);
     const u64 claimed = SizeOf(header);
-    u64 size = claimed > kMostPictureBytes ? u64{bytes.Raw<u16>()} % kMostPictureBytes : claimed;
+    u64 size = claimed;
+    if (claimed > kMostPictureBytes || header.biHeight > kMostRows) {
+        size = bytes.Raw<u16>() % std::min(claimed, kMostPictureBytes);
+    }
     if (bytes.Rarely(4)) {
         size = static_cast<u64>(std::max<i64>(static_cast<i64>(size) + bytes.Raw<i8>(), 0));
     }
@@ -156,11 +160,17 @@ EffectId TakeEffect(FuzzedBytes& bytes) {
     return id < 250 ? id % 71 : bytes.Number();
 }
 
-FuzzedHooks::FuzzedHooks(FuzzedBytes& bytes) {
+FuzzedHooks::FuzzedHooks(FuzzedBytes& bytes)
+    : stopAt_(bytes.Rarely(2) ? bytes.Byte() % 64 : 0),
+      failAt_(bytes.Rarely(3) ? bytes.Byte() % 8 : 0) {
     progressHook = WatchProgress;
     abortHook = StopAtTheLastQuestion;
-    questionsLeft = bytes.Rarely(2) ? bytes.Byte() % 64 : 0;
-    FailAllocation(bytes.Rarely(3) ? bytes.Byte() % 8 : 0);
+    Rearm();
+}
+
+void FuzzedHooks::Rearm() const {
+    questionsLeft = stopAt_;
+    FailAllocation(failAt_);
 }
 
 FuzzedHooks::~FuzzedHooks() {

@@ -30,6 +30,9 @@ private:
     std::size_t locks_;
 };
 
+// All bytes of a block; none of one that cannot be locked.
+std::vector<u8> BytesOf(u32 block);
+
 // At its end the block holds the bytes that it held before, and as many locks.
 class UnwrittenBlock {
 public:
@@ -63,8 +66,14 @@ class FuzzedHooks {
 public:
     explicit FuzzedHooks(FuzzedBytes& bytes);
     ~FuzzedHooks();
+    // The same for another run.
+    void Rearm() const;
     FuzzedHooks(const FuzzedHooks&) = delete;
     FuzzedHooks& operator=(const FuzzedHooks&) = delete;
+
+private:
+    u32 stopAt_;
+    std::size_t failAt_;
 };
 
 // The view of a DIB that an operation gave, which must be well formed.
