@@ -8,7 +8,7 @@
 #include "engine/tiles.h"
 
 // The largest window that is sorted.
-constexpr i32 kLargestSortedSize = 8;
+constexpr i32 kLargestSortedSize = 5;
 
 // Rows that one call sorts: their walks, each a chain of dependent steps, then run side by side.
 constexpr i32 kSortedRows = 4;

@@ -227,14 +227,8 @@ void SortMedianRows(const DibView& source, i32 size, i32 y, i32 rows, u8* to) {
         return WriteRowsOfSize<3>(source, y, rows, to);
     case 4:
         return WriteRowsOfSize<4>(source, y, rows, to);
-    case 5:
-        return WriteRowsOfSize<5>(source, y, rows, to);
-    case 6:
-        return WriteRowsOfSize<6>(source, y, rows, to);
-    case 7:
-        return WriteRowsOfSize<7>(source, y, rows, to);
     default:
-        return WriteRowsOfSize<8>(source, y, rows, to);
+        return WriteRowsOfSize<5>(source, y, rows, to);
     }
 }
 
