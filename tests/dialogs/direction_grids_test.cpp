@@ -63,8 +63,9 @@ Drawn LookAt(HWND dialog, int cell) {
     }
     bool plain = true;
     bool inverted = true;
-    for (int y = 0; y < button.height; ++y) {
-        for (int x = 0; x < button.width; ++x) {
+    // The next cell may begin on this one's last pixels, as dialog units are rounded.
+    for (int y = 0; y < button.height - 1; ++y) {
+        for (int x = 0; x < button.width - 1; ++x) {
             const u32 shown = button.At(x, y);
             const bool onArrow = x < arrow.width && y < arrow.height;
             const u32 drawn = onArrow ? arrow.At(x, y) : 0xC0C0C0;
