@@ -57,7 +57,7 @@ void PrintParameters() {
                              {18, "Unsharp Mask", {0, 100, 0}, 0},
                              {20, "Maximum and Minimum", {0, 1}, 0},
                              {21, "Median", {}, 0},
-                             {53, "Motion Blur, top left", {1}, 1},
+                             {53, "Diagonal Motion Blur", {1}, 1},
                              {40, "Oil Painting", {}, 0, true}};
     double pixels = 0;
     const OwnedBlock picture = MakePicture(4, pixels);

@@ -33,7 +33,7 @@ quietly build/logs/performance-build.log cmake --build build/bench \
 build/bench/bench/zq_compare --runs "$runs" >"$results/compare.md"
 build/bench/bench/zq_preview_bench >"$results/preview.md"
 build/bench/bench/zq_costs >"$results/costs.csv"
-scripts/plot_performance.py "$results/costs.csv" docs
+/usr/bin/python3 scripts/plot_performance.py "$results/costs.csv" docs
 
 # put NAME: replaces what stands between the two marks of that name in the page.
 put() {
