@@ -33,8 +33,9 @@ def read_costs(path):
 
 def draw(series, label, path):
     figure, axes = plt.subplots(figsize=(9, 5.5))
-    for effect, points in series.items():
-        axes.plot(*zip(*points), marker="o", markersize=3, label=effect)
+    for number, (effect, points) in enumerate(series.items()):
+        style = "-" if number < 10 else "--"  # there are ten colours
+        axes.plot(*zip(*points), style, marker="o", markersize=3, label=effect)
     axes.set_yscale("log")
     if label.startswith("picture"):
         axes.set_xscale("log")
