@@ -13,7 +13,7 @@ void FetchRow(const DibView& source, u8* to, const OffsetOf& offsetOf) {
     for (i32 left = 0; left < source.width; left += kColumns) {
         const i32 count = std::min(kColumns, source.width - left);
         for (i32 i = 0; i < count; ++i) {
-            offsets[i] = offsetOf(left + i);
+            offsets[i] = static_cast<std::ptrdiff_t>(offsetOf(left + i));
         }
         CopyPixelsAt<bytes>(source.Row(0), offsets, static_cast<std::size_t>(count),
                             to + static_cast<std::size_t>(left) * bytes);
