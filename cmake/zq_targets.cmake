@@ -57,6 +57,7 @@ function(zq_test name)
     # A program at a time: each start of the emulator takes a while.
     target_compile_options(${name} PRIVATE -O1)
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     return()
   endif()
   gtest_discover_tests(
