@@ -81,22 +81,14 @@ bool DivideRows(const u8* const* rows, const QuotientWeights& weights, u8* to, u
 
 bool DivideRows(const u8* const* rows, const QuotientWeights& weights, u8* to, u8* exact,
                 std::size_t count) {
-    constexpr std::size_t kBlock = 512;
     const i32 largest = 256 * weights.divisor - 1;
     const auto divisor = static_cast<float>(weights.divisor);
     const float inverse = 1.0f / divisor;
     i32 any = 0;
-    for (std::size_t at = 0; at < count; at += kBlock) {
-        const std::size_t n = std::min(kBlock, count - at);
-        std::array<i32, kBlock> sums;
-        sums.fill(weights.offset);
-        for (std::size_t tap = 0; tap < weights.count; ++tap) {
-            const i32 weight = weights.values[tap];
-            const u8* row = rows[tap] + at;
-            for (std::size_t i = 0; i < n; ++i) {
-                sums[i] += weight * row[i];
-            }
-        }
+    for (std::size_t at = 0; at < count; at += kSumBlock) {
+        const std::size_t n = std::min(kSumBlock, count - at);
+        SumBlock sums;
+        SumRows(rows, weights, weights.offset, at, n, sums);
         for (std::size_t i = 0; i < n; ++i) {
             const auto dividend = static_cast<float>(std::clamp(sums[i], 0, largest));
             const auto tone = static_cast<i32>((dividend + kMiddle) * inverse);

@@ -129,5 +129,31 @@ void ForTiles(const u8* const* rows, std::size_t rowCount, std::size_t count, co
 } // namespace HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
+#else
+
+HWY_BEFORE_NAMESPACE();
+namespace HWY_NAMESPACE {
+
+// Without such products: samples are summed so many at a time.
+constexpr std::size_t kSumBlock = 512;
+using SumBlock = std::array<i32, kSumBlock>;
+
+// offset + weights[0] * rows[0][at + i] + ... for `count` samples, at most a block.
+template <class Weights>
+HWY_INLINE void SumRows(const u8* const* rows, const Weights& weights, i32 offset, std::size_t at,
+                        std::size_t count, SumBlock& sums) {
+    sums.fill(offset);
+    for (std::size_t tap = 0; tap < weights.count; ++tap) {
+        const i32 weight = weights.values[tap];
+        const u8* row = rows[tap] + at;
+        for (std::size_t i = 0; i < count; ++i) {
+            sums[i] += weight * row[i];
+        }
+    }
+}
+
+} // namespace HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
 #endif
 #endif

@@ -73,18 +73,10 @@ void WeighRows(const u8* const* rows, const RowWeights& weights, u8* to, std::si
 #else
 
 void WeighRows(const u8* const* rows, const RowWeights& weights, u8* to, std::size_t count) {
-    constexpr std::size_t kBlock = 512;
-    for (std::size_t at = 0; at < count; at += kBlock) {
-        const std::size_t n = std::min(kBlock, count - at);
-        std::array<i32, kBlock> sums;
-        sums.fill(kHalf);
-        for (std::size_t tap = 0; tap < weights.count; ++tap) {
-            const i32 weight = weights.values[tap];
-            const u8* row = rows[tap] + at;
-            for (std::size_t i = 0; i < n; ++i) {
-                sums[i] += weight * row[i];
-            }
-        }
+    for (std::size_t at = 0; at < count; at += kSumBlock) {
+        const std::size_t n = std::min(kSumBlock, count - at);
+        SumBlock sums;
+        SumRows(rows, weights, kHalf, at, n, sums);
         for (std::size_t i = 0; i < n; ++i) {
             to[at + i] = static_cast<u8>(sums[i] >> RowWeights::kFractionBits);
         }
