@@ -5,6 +5,7 @@
 #include "engine/neighbourhood/extended_row.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
 #include "engine/neighbourhood/two_pass.h"
+#include "engine/vector/three_taps.h"
 #include "engine/vector/weighted_rows.h"
 
 #include <cmath>
@@ -22,6 +23,21 @@ void TakeExcess(std::array<i32, kGaussianLargest>& weights, i32 size, i32 excess
     const i32 first = (size - moved) / 2;
     for (i32 tap = first; tap < first + moved; ++tap) {
         weights[static_cast<std::size_t>(tap)] += step;
+    }
+}
+
+// What the neighbours of windows of 2 and 3 weigh fits in fewer bits.
+static_assert(IsExactUpTo(255, 124993, RowWeights::kFractionBits));
+static_assert(IsExactUpTo(2 * 255, 111681, RowWeights::kFractionBits));
+
+void WeighTaps(const u8* const* taps, const RowWeights& weights, u8* to, std::size_t count,
+               Stores stores) {
+    if (weights.count <= 3) {
+        WeighThreeRows({taps[0], taps[1], taps[weights.count - 1]},
+                       RoundedOuterWeight(weights.values[0], RowWeights::kFractionBits), to, count,
+                       stores);
+    } else {
+        WeighRows(taps, weights, to, count);
     }
 }
 
@@ -63,6 +79,7 @@ DibHandle GaussianBlur(DibHandle source, const SquareSizeParams& params) {
             return WorkEnd::NoMemory;
         }
         std::array<const u8*, RowWeights::kMost> taps;
+        const Stores stores = StoresFor(run.source);
         return FilterRowsThenColumns(
             run, rows,
             [&](const u8* from, u8* to) {
@@ -70,13 +87,13 @@ DibHandle GaussianBlur(DibHandle source, const SquareSizeParams& params) {
                 for (std::size_t tap = 0; tap < weights.count; ++tap) {
                     taps[tap] = samples + tap * pixel;
                 }
-                WeighRows(taps.data(), weights, to, count);
+                WeighTaps(taps.data(), weights, to, count, Stores::Cached);
             },
             [&](i32 y, u8* to) {
                 for (i32 tap = 0; tap < size; ++tap) {
                     taps[static_cast<std::size_t>(tap)] = rows.Row(rows.FirstOf(y) + tap);
                 }
-                WeighRows(taps.data(), weights, to, count);
+                WeighTaps(taps.data(), weights, to, count, stores);
             });
     });
 }
