@@ -1,72 +1,28 @@
-// The largest or smallest sample of a square, along the rows and then along the columns. Near an
-// edge the window is cut off there; repeating the edge sample, as the extended row does, gives the
-// same, because the cut window holds it already.
-//
-// Along the columns the rows stand in blocks as high as the window, so that a window is the upper
-// part of one block and the lower part of the next. The extremes of all upper parts are made when a
-// block is full, those of the lower parts grow row by row: the size of the window costs nothing.
-#include "engine/neighbourhood/extended_row.h"
+// The largest or smallest sample of a square. Near an edge the window is cut off there; repeating
+// the edge row gives the same, because the cut window holds it already.
 #include "engine/neighbourhood/neighbourhood_kernels.h"
-#include "engine/neighbourhood/two_pass.h"
+#include "engine/pixel.h"
+#include "engine/spread_lines.h"
 #include "engine/vector/extreme_rows.h"
-
-#include <cstring>
 
 namespace {
 
 constexpr i32 kLargestSize = 32;
 
-class ColumnExtremes {
-public:
-    ColumnExtremes(const DibView& source, i32 size, Extreme which)
-        : size_(size), height_(source.height), bytes_(source.rowBytes), which_(which),
-          rows_(static_cast<u64>(size) + 1, bytes_) {}
-
-    // False when memory was short.
-    explicit operator bool() const { return static_cast<bool>(rows_); }
-
-    i64 LastOf(i64 y) const { return y - Below() + size_ - 1; }
-    u8* Slot(i64 row) const { return Entry((row + Below()) % size_); }
-
-    // To be called for each row of the result in turn, with the last row of its window in its slot.
-    void WriteRow(i64 y, u8* to) const {
-        for (i64 row = y == 0 ? -Below() : LastOf(y); row <= LastOf(y); ++row) {
-            FillOutside(row);
-        }
-        const i64 begin = y % size_; // of the window in its block
-        if (begin == 0) {
-            for (i64 entry = size_ - 1; entry > 0; --entry) {
-                KeepExtremes(which_, Entry(entry), Entry(entry - 1), bytes_);
-            }
-            std::memcpy(to, Entry(0), bytes_);
-            return;
-        }
-        u8* lowerPart = Entry(size_);
-        const u8* newest = Entry(begin - 1);
-        if (begin == 1) {
-            std::memcpy(lowerPart, newest, bytes_);
-        }
-        KeepAndJoinExtremes(which_, newest, lowerPart, Entry(begin), to, bytes_);
+// Writes `count` rows of the result from row `y` on.
+void WriteRows(const KernelRun& run, const ExtremeSquares& squares, i32 y, std::size_t count) {
+    std::array<const u8*, kMostExtremeRowsBehind> from;
+    std::array<u8*, kMostExtremeRowsAtOnce> to;
+    const i64 lowest = y - static_cast<i64>(squares.size / 2);
+    for (std::size_t i = 0; i < squares.RowsBehind(); ++i) {
+        const i64 row = std::clamp<i64>(lowest + static_cast<i64>(i), 0, run.source.height - 1);
+        from[i] = run.source.Row(static_cast<i32>(row));
     }
-
-private:
-    i64 Below() const { return size_ / 2; }
-    u8* Entry(i64 index) const { return rows_.Row(static_cast<std::size_t>(index)); }
-    // What stands outside the picture must not win.
-    void FillOutside(i64 row) const {
-        if (row < 0 || row >= height_) {
-            std::memset(Slot(row), which_ == Extreme::Largest ? 0 : 255, bytes_);
-        }
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = run.ResultRow(y + static_cast<i32>(i));
     }
-
-    const i64 size_;
-    const i64 height_;
-    const std::size_t bytes_;
-    const Extreme which_;
-    // The rows of a window, of which those in a full block have become the extremes of the upper
-    // parts that begin with them; behind them the extremes of the lower part.
-    const RowTable<u8> rows_;
-};
+    ExtremesOfSquares(squares, from.data(), std::span(to.data(), count));
+}
 
 } // namespace
 
@@ -74,19 +30,25 @@ DibHandle RankFilter(DibHandle source, const RankFilterParams& params) {
     if (params.size < 2 || params.size > kLargestSize) {
         return 0;
     }
-    const Extreme which = params.takeMaximum != 0 ? Extreme::Largest : Extreme::Smallest;
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        const ExtendedRow extended(run.source, params.size);
-        const ColumnExtremes columns(run.source, params.size, which);
-        if (!extended || !columns) {
-            return WorkEnd::NoMemory;
+        const i32 height = run.source.height;
+        const i32 width = run.source.width;
+        const ExtremeSquares squares{params.takeMaximum != 0 ? Extreme::Largest : Extreme::Smallest,
+                                     static_cast<std::size_t>(params.size), PixelBytes(run.source),
+                                     run.source.rowBytes, StoresFor(run.source)};
+        run.CopyHead();
+        // Callers see one pass along the rows and one along the columns.
+        SpreadLines lines(run, {0, height, height, 0, 50}, {0, width, width, 50, 50});
+        const i32 atOnce = static_cast<i32>(squares.RowsAtOnce());
+        const i32 pieces = (height + atOnce - 1) / atOnce;
+        for (i32 piece = 0; piece < pieces; ++piece) {
+            if (!lines.Begin(piece, pieces)) {
+                return WorkEnd::Stopped;
+            }
+            const i32 y = piece * atOnce;
+            WriteRows(run, squares, y, static_cast<std::size_t>(std::min(atOnce, height - y)));
         }
-        return FilterRowsThenColumns(
-            run, columns,
-            [&](const u8* from, u8* to) {
-                ExtremesAlongRow(which, extended.Extend(from), params.size, PixelBytes(run.source),
-                                 to, run.source.rowBytes);
-            },
-            [&](i32 y, u8* to) { columns.WriteRow(y, to); });
+        FinishStores();
+        return WorkEnd::Done;
     });
 }

@@ -1,117 +1,173 @@
+// Extremes may be taken in any order. Those along the columns come first, for several rows at once:
+// what all their windows hold is read once. They and the steps along the rows stay in the first
+// cache, because a piece of the rows goes through all of them before the next one.
 #include "engine/vector/extreme_rows.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/vector/extreme_rows.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "engine/vector/row_loop-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 
-// What is in work at a time stays in the first cache.
-constexpr std::size_t kBlock = 4096;
-constexpr std::size_t kRoom = kBlock + 128;
+namespace hn = hwy::HWY_NAMESPACE;
+
+constexpr std::size_t kPiece = 2048;
+constexpr std::size_t kLine = 64;
+// Of a piece with what its windows hold on both sides, what lies before it in a cache line, and
+// what the last vectors reach beyond it.
+constexpr std::size_t kRoom = kPiece + 4 * kLine;
 
 struct Larger {
-    u8 operator()(u8 a, u8 b) const { return std::max(a, b); }
+    static constexpr u8 kNeverTaken = 0;
+    template <class... Vectors>
+    HWY_INLINE ByteVector operator()(ByteVector first, Vectors... others) const {
+        ((first = hn::Max(first, others)), ...);
+        return first;
+    }
 };
 
 struct Smaller {
-    u8 operator()(u8 a, u8 b) const { return std::min(a, b); }
+    static constexpr u8 kNeverTaken = 255;
+    template <class... Vectors>
+    HWY_INLINE ByteVector operator()(ByteVector first, Vectors... others) const {
+        ((first = hn::Min(first, others)), ...);
+        return first;
+    }
 };
 
-// Of each window and those further on at these distances, the best; they may overlap.
-template <class Better>
-void JoinTwo(const u8* __restrict from, std::size_t last, u8* __restrict to, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i] = Better()(from[i], from[i + last]);
+// Works on `count` bytes in whole vectors, of which the last two may overlap.
+template <class Work>
+HWY_INLINE void ForOverlapping(std::size_t count, const Work& work) {
+    const ByteTag tag;
+    const std::size_t lanes = hn::Lanes(tag);
+    if (count < lanes) {
+        work(
+            0, [&](const u8* from) { return LoadPart(from, count); },
+            [&](ByteVector vector, u8* to) { StorePart(vector, to, count); });
+        return;
+    }
+    for (std::size_t i = 0;; i = std::min(i + lanes, count - lanes)) {
+        work(
+            i, [&](const u8* from) { return hn::LoadU(tag, from); },
+            [&](ByteVector vector, u8* to) { hn::StoreU(vector, tag, to); });
+        if (i == count - lanes) {
+            return;
+        }
     }
 }
 
-template <class Better>
-void JoinThree(const u8* __restrict from, std::size_t second, std::size_t last, u8* __restrict to,
-               std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i] = Better()(Better()(from[i], from[i + second]), from[i + last]);
-    }
-}
-
-template <class Better>
-void JoinFour(const u8* __restrict from, std::size_t second, std::size_t last, u8* __restrict to,
-              std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i] = Better()(Better()(from[i], from[i + second]),
-                         Better()(from[i + 2 * second], from[i + last]));
-    }
+// The extremes of `size` rows that begin with row 0, 1 ... kRows - 1, from `begin` to `end`.
+template <std::size_t kRows, class Better>
+void ExtremesAlongColumns(const u8* const* rows, std::size_t size, std::size_t begin,
+                          std::size_t end, u8* to) {
+    const Better better;
+    ForOverlapping(end - begin, [&](std::size_t i, const auto& load, const auto& store) {
+        const auto at = [&](std::size_t row) HWY_ATTR { return load(rows[row] + begin + i); };
+        std::array<ByteVector, kRows> fromRow;
+        ByteVector shared = at(kRows - 1);
+        for (std::size_t row = kRows; row < size; ++row) {
+            shared = better(shared, at(row));
+        }
+        fromRow[kRows - 1] = shared;
+        for (std::size_t row = kRows - 1; row-- > 0;) {
+            fromRow[row] = better(fromRow[row + 1], at(row));
+        }
+        store(fromRow[0], to + i);
+        ByteVector upToRow = at(size);
+        store(better(fromRow[1], upToRow), to + kRoom + i);
+        for (std::size_t row = 2; row < kRows; ++row) {
+            upToRow = better(upToRow, at(size + row - 1));
+            store(better(fromRow[row], upToRow), to + row * kRoom + i);
+        }
+    });
 }
 
 // From windows of `reach` samples to those of `whole`, up to four times as many.
 template <class Better>
 void Widen(const u8* from, std::size_t reach, std::size_t whole, std::size_t step, u8* to,
-           std::size_t count) {
-    const std::size_t second = reach * step;
-    const std::size_t last = (whole - reach) * step;
+           std::size_t count, Stores stores) {
+    const auto better = [](std::size_t, auto... windows) HWY_ATTR { return Better()(windows...); };
+    const u8* second = from + reach * step;
+    const u8* third = second + reach * step;
+    const u8* last = from + (whole - reach) * step;
     if (whole <= 2 * reach) {
-        JoinTwo<Better>(from, last, to, count);
+        ForVectors(to, count, stores, better, from, last);
     } else if (whole <= 3 * reach) {
-        JoinThree<Better>(from, second, last, to, count);
+        ForVectors(to, count, stores, better, from, second, last);
     } else {
-        JoinFour<Better>(from, second, last, to, count);
+        ForVectors(to, count, stores, better, from, second, third, last);
     }
 }
 
 template <class Better>
-void ExtremesOfBlock(const u8* samples, std::size_t size, std::size_t step, u8* extremes,
-                     std::size_t count) {
-    alignas(64) u8 room[2][kRoom];
-    const u8* from = samples;
+void ExtremesAlongRow(const ExtremeSquares& squares, const u8* samples, u8* to, std::size_t count) {
+    const std::size_t size = squares.size;
+    const std::size_t step = squares.step;
+    alignas(kLine) u8 room[2][kRoom];
     std::size_t reach = 1;
-    for (u32 turn = 0; 4 * reach < size; ++turn) {
-        Widen<Better>(from, reach, 4 * reach, step, room[turn % 2],
-                      count + (size - 4 * reach) * step);
-        from = room[turn % 2];
-        reach *= 4;
+    for (std::size_t turn = 0; 4 * reach < size; ++turn, reach *= 4) {
+        const std::size_t wanted = count + (size - 4 * reach) * step;
+        Widen<Better>(samples, reach, 4 * reach, step, room[turn % 2],
+                      (wanted + kLine - 1) / kLine * kLine, Stores::Cached);
+        samples = room[turn % 2];
     }
-    Widen<Better>(from, reach, size, step, extremes, count);
+    Widen<Better>(samples, reach, size, step, to, count, squares.stores);
 }
 
-void ExtremesAlongRow(Extreme which, const u8* samples, i32 size, std::size_t step, u8* extremes,
-                      std::size_t count) {
-    const auto ofBlock =
-        which == Extreme::Largest ? ExtremesOfBlock<Larger> : ExtremesOfBlock<Smaller>;
-    for (std::size_t done = 0; done < count; done += kBlock) {
-        ofBlock(samples + done, static_cast<std::size_t>(size), step, extremes + done,
-                std::min(kBlock, count - done));
+template <std::size_t kRows, class Better>
+void ExtremesOfRows(const ExtremeSquares& squares, const u8* const* from, std::span<u8* const> to) {
+    const std::size_t before = squares.size / 2 * squares.step;
+    const std::size_t behind = (squares.size - 1) * squares.step - before;
+    const std::size_t rowBytes = squares.rowBytes;
+    alignas(kLine) u8 room[kRows * kRoom];
+    for (std::size_t begin = 0; begin < rowBytes; begin += kPiece) {
+        const std::size_t end = std::min(begin + kPiece, rowBytes);
+        // Pieces of the result are cut where a cache line begins, so that lines are written whole.
+        const auto cut = [&](std::size_t at, const u8* row) {
+            const auto beyond = reinterpret_cast<std::uintptr_t>(row + at) % kLine;
+            return at == 0 || at == rowBytes ? at : at - beyond;
+        };
+        const std::size_t reachBefore = before + kLine;
+        const std::size_t first = begin - std::min(begin, reachBefore);
+        const std::size_t last = std::min(end + behind, rowBytes);
+        const std::size_t outside = reachBefore - (begin - first);
+        ExtremesAlongColumns<kRows, Better>(from, squares.size, first, last, room + outside);
+        for (std::size_t row = 0; row < to.size(); ++row) {
+            u8* samples = room + row * kRoom;
+            std::memset(samples, Better::kNeverTaken, outside);
+            std::memset(samples + outside + last - first, Better::kNeverTaken, end + behind - last);
+            const std::size_t cutBegin = cut(begin, to[row]);
+            ExtremesAlongRow<Better>(squares, samples + kLine - (begin - cutBegin),
+                                     to[row] + cutBegin, cut(end, to[row]) - cutBegin);
+        }
     }
 }
 
 template <class Better>
-void Keep(const u8* __restrict row, u8* __restrict kept, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        kept[i] = Better()(kept[i], row[i]);
+void ExtremesOf(const ExtremeSquares& squares, const u8* const* from, std::span<u8* const> to) {
+    switch (squares.RowsAtOnce()) {
+    case 2:
+        return ExtremesOfRows<2, Better>(squares, from, to);
+    case 4:
+        return ExtremesOfRows<4, Better>(squares, from, to);
+    default:
+        return ExtremesOfRows<8, Better>(squares, from, to);
     }
 }
 
-void KeepExtremes(Extreme which, const u8* row, u8* kept, std::size_t count) {
-    (which == Extreme::Largest ? Keep<Larger> : Keep<Smaller>)(row, kept, count);
-}
-
-template <class Better>
-void KeepAndJoin(const u8* __restrict row, u8* __restrict kept, const u8* __restrict other,
-                 u8* __restrict to, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        const u8 better = Better()(kept[i], row[i]);
-        kept[i] = better;
-        to[i] = Better()(better, other[i]);
-    }
-}
-
-void KeepAndJoinExtremes(Extreme which, const u8* row, u8* kept, const u8* other, u8* to,
-                         std::size_t count) {
-    (which == Extreme::Largest ? KeepAndJoin<Larger> : KeepAndJoin<Smaller>)(row, kept, other, to,
-                                                                             count);
+void ExtremesOfSquares(const ExtremeSquares& squares, const u8* const* from,
+                       std::span<u8* const> to) {
+    (squares.which == Extreme::Largest ? ExtremesOf<Larger> : ExtremesOf<Smaller>)(squares, from,
+                                                                                   to);
 }
 
 } // namespace HWY_NAMESPACE
@@ -119,22 +175,11 @@ HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 
-HWY_EXPORT(ExtremesAlongRow);
-HWY_EXPORT(KeepExtremes);
-HWY_EXPORT(KeepAndJoinExtremes);
+HWY_EXPORT(ExtremesOfSquares);
 
-void ExtremesAlongRow(Extreme which, const u8* samples, i32 size, std::size_t step, u8* extremes,
-                      std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(ExtremesAlongRow)(which, samples, size, step, extremes, count);
-}
-
-void KeepExtremes(Extreme which, const u8* row, u8* kept, std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(KeepExtremes)(which, row, kept, count);
-}
-
-void KeepAndJoinExtremes(Extreme which, const u8* row, u8* kept, const u8* other, u8* to,
-                         std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(KeepAndJoinExtremes)(which, row, kept, other, to, count);
+void ExtremesOfSquares(const ExtremeSquares& squares, const u8* const* from,
+                       std::span<u8* const> to) {
+    HWY_DYNAMIC_DISPATCH(ExtremesOfSquares)(squares, from, to);
 }
 
 #endif

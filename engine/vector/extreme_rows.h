@@ -1,21 +1,32 @@
-// Rows of the largest or smallest samples of windows.
+// Rows of the largest or smallest samples of squares.
 #pragma once
 
+#include "engine/vector/stores.h"
 #include "platform/types.h"
 
 #include <cstddef>
+#include <span>
 
 enum class Extreme { Smallest, Largest };
 
-// The extremes of windows of `size` samples, 2 to 32, that stand `step` bytes apart, 1 or 3. The
-// first of `count` windows begins at samples[0], the last one ends at
-// samples[count - 1 + (size - 1) * step].
-void ExtremesAlongRow(Extreme which, const u8* samples, i32 size, std::size_t step, u8* extremes,
-                      std::size_t count);
+// Squares of `size` samples, 2 to 32, that stand `step` bytes apart, 1 or 3. In a row of `rowBytes`
+// the window of byte i begins size / 2 samples before it; near an end it is cut off there.
+struct ExtremeSquares {
+    Extreme which;
+    std::size_t size;
+    std::size_t step;
+    std::size_t rowBytes;
+    Stores stores;
 
-// Makes each sample of `kept` the extreme of itself and the one of `row`.
-void KeepExtremes(Extreme which, const u8* row, u8* kept, std::size_t count);
+    // So many rows of the result share most of the rows of their windows and are made together.
+    std::size_t RowsAtOnce() const { return size < 4 ? 2 : size < 8 ? 4 : 8; }
+    // The rows from the first one of the first window to the last one of the last.
+    std::size_t RowsBehind() const { return size + RowsAtOnce() - 1; }
+};
 
-// The same, and writes the extremes of what is kept then and `other`.
-void KeepAndJoinExtremes(Extreme which, const u8* row, u8* kept, const u8* other, u8* to,
-                         std::size_t count);
+constexpr std::size_t kMostExtremeRowsAtOnce = 8;
+constexpr std::size_t kMostExtremeRowsBehind = 32 + kMostExtremeRowsAtOnce - 1;
+
+// Writes the extremes of up to RowsAtOnce() rows from RowsBehind() rows of the source.
+void ExtremesOfSquares(const ExtremeSquares& squares, const u8* const* from,
+                       std::span<u8* const> to);
