@@ -123,6 +123,14 @@ void ExtremesAlongRow(const ExtremeSquares& squares, const u8* samples, u8* to, 
     Widen<Better>(samples, reach, size, step, to, count, squares.stores);
 }
 
+// Gets what the next piece reads of a row under way. The processor does not see it coming: it
+// would have to follow too many rows.
+void FetchPiece(const u8* row, std::size_t begin, std::size_t rowBytes) {
+    for (std::size_t i = begin; i < std::min(begin + kPiece, rowBytes); i += kLine) {
+        hwy::Prefetch(row + i);
+    }
+}
+
 template <std::size_t kRows, class Better>
 void ExtremesOfRows(const ExtremeSquares& squares, const u8* const* from, std::span<u8* const> to) {
     const std::size_t before = squares.size / 2 * squares.step;
@@ -145,6 +153,7 @@ void ExtremesOfRows(const ExtremeSquares& squares, const u8* const* from, std::s
             u8* samples = room + row * kRoom;
             std::memset(samples, Better::kNeverTaken, outside);
             std::memset(samples + outside + last - first, Better::kNeverTaken, end + behind - last);
+            FetchPiece(from[squares.size - 1 + row], last, rowBytes);
             const std::size_t cutBegin = cut(begin, to[row]);
             ExtremesAlongRow<Better>(squares, samples + kLine - (begin - cutBegin),
                                      to[row] + cutBegin, cut(end, to[row]) - cutBegin);
@@ -159,8 +168,10 @@ void ExtremesOf(const ExtremeSquares& squares, const u8* const* from, std::span<
         return ExtremesOfRows<2, Better>(squares, from, to);
     case 4:
         return ExtremesOfRows<4, Better>(squares, from, to);
-    default:
+    case 8:
         return ExtremesOfRows<8, Better>(squares, from, to);
+    default:
+        return ExtremesOfRows<16, Better>(squares, from, to);
     }
 }
 

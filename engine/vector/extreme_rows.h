@@ -19,12 +19,12 @@ struct ExtremeSquares {
     Stores stores;
 
     // So many rows of the result share most of the rows of their windows and are made together.
-    std::size_t RowsAtOnce() const { return size < 4 ? 2 : size < 8 ? 4 : 8; }
+    std::size_t RowsAtOnce() const { return size < 4 ? 2 : size < 8 ? 4 : size < 16 ? 8 : 16; }
     // The rows from the first one of the first window to the last one of the last.
     std::size_t RowsBehind() const { return size + RowsAtOnce() - 1; }
 };
 
-constexpr std::size_t kMostExtremeRowsAtOnce = 8;
+constexpr std::size_t kMostExtremeRowsAtOnce = 16;
 constexpr std::size_t kMostExtremeRowsBehind = 32 + kMostExtremeRowsAtOnce - 1;
 
 // Writes the extremes of up to RowsAtOnce() rows from RowsBehind() rows of the source.
