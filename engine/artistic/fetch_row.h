@@ -4,20 +4,28 @@
 #include "engine/pixel.h"
 #include "engine/vector/row_map.h"
 
-// Writes a row of the result: the pixel at x is the one that lies offsetOf(x) bytes behind the
-// source's first. Columns are asked for from left to right.
+// Writes columns `left` to `right` - 1 of a row of the result, `to` being its first column: the
+// pixel at x is the one that lies offsetOf(x) bytes behind the source's first. Columns are asked
+// for from left to right.
 template <std::size_t bytes, class OffsetOf>
-void FetchRow(const DibView& source, u8* to, const OffsetOf& offsetOf) {
+void FetchColumns(const DibView& source, i32 left, i32 right, u8* to, const OffsetOf& offsetOf) {
     constexpr i32 kColumns = 256; // at a time
     std::ptrdiff_t offsets[kColumns];
-    for (i32 left = 0; left < source.width; left += kColumns) {
-        const i32 count = std::min(kColumns, source.width - left);
+    for (i32 x = left; x < right;) {
+        const i32 count = std::min(kColumns, right - x);
         for (i32 i = 0; i < count; ++i) {
-            offsets[i] = static_cast<std::ptrdiff_t>(offsetOf(left + i));
+            offsets[i] = static_cast<std::ptrdiff_t>(offsetOf(x + i));
         }
         CopyPixelsAt<bytes>(source.Row(0), offsets, static_cast<std::size_t>(count),
-                            to + static_cast<std::size_t>(left) * bytes);
+                            to + static_cast<std::size_t>(x) * bytes);
+        x += count;
     }
+}
+
+// The same for a whole row.
+template <std::size_t bytes, class OffsetOf>
+void FetchRow(const DibView& source, u8* to, const OffsetOf& offsetOf) {
+    FetchColumns<bytes>(source, 0, source.width, to, offsetOf);
 }
 
 // The offset of the row at y, or of the nearest one.

@@ -25,6 +25,67 @@ private:
     i32 value_ = 0;
 };
 
+class Wrinkles {
+public:
+    Wrinkles(const DibView& picture, u32 fillColor)
+        : picture_(picture), fill_(PixelOfColour(fillColor, picture)),
+          offsets_(static_cast<u64>(picture.width)) {}
+
+    // False when memory was short.
+    explicit operator bool() const { return static_cast<bool>(offsets_); }
+
+    void ShiftColumns(i32 chance) {
+        RandomWalk walk(chance);
+        const auto bytes = static_cast<std::ptrdiff_t>(PixelBytes(picture_));
+        for (i32 x = 0; x < picture_.width; ++x) {
+            const i32 shift = walk.Step();
+            lowest_ = std::min(lowest_, shift);
+            highest_ = std::max(highest_, shift);
+            offsets_[static_cast<std::size_t>(x)] = shift * Stride() + x * bytes;
+        }
+    }
+
+    template <std::size_t bytes>
+    void WriteRow(i32 y, i64 shift, u8* to) const {
+        // Columns that come from within the row.
+        const i32 width = picture_.width;
+        const auto left = static_cast<i32>(std::clamp<i64>(-shift, 0, width));
+        const auto right = static_cast<i32>(std::clamp<i64>(width - shift, left, width));
+        Fill<bytes>(0, left, to);
+        Fill<bytes>(right, width, to);
+        const std::ptrdiff_t begin = y * Stride() + shift * static_cast<std::ptrdiff_t>(bytes);
+        const auto first = static_cast<std::size_t>(left);
+        if (i64{y} + lowest_ >= 0 && i64{y} + highest_ < picture_.height) {
+            CopyPixelsAt<bytes>(picture_.Row(0), offsets_.Entries() + first,
+                                static_cast<std::size_t>(right - left), to + first * bytes, begin);
+            return;
+        }
+        for (i32 x = left; x < right; ++x) {
+            const auto column = static_cast<std::size_t>(x);
+            const std::ptrdiff_t from = begin + offsets_[column];
+            const std::ptrdiff_t row = from - (x + shift) * static_cast<std::ptrdiff_t>(bytes);
+            const bool inside = row >= 0 && row < picture_.height * Stride();
+            CopyPixel<bytes>(inside ? picture_.Row(0) + from : fill_.data(), to + column * bytes);
+        }
+    }
+
+private:
+    std::ptrdiff_t Stride() const { return static_cast<std::ptrdiff_t>(picture_.stride); }
+
+    template <std::size_t bytes>
+    void Fill(i32 begin, i32 end, u8* row) const {
+        for (i32 x = begin; x < end; ++x) {
+            CopyPixel<bytes>(fill_.data(), row + static_cast<std::size_t>(x) * bytes);
+        }
+    }
+
+    const DibView& picture_;
+    const PixelColour fill_;
+    const BlockTable<std::ptrdiff_t> offsets_; // from a row's begin to where its pixels come from
+    i32 lowest_ = 0;
+    i32 highest_ = 0;
+};
+
 } // namespace
 
 DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
@@ -33,45 +94,18 @@ DibHandle Wrinkle(DibHandle source, const WrinkleParams& params) {
     }
     const i32 chance = params.intensity * 5;
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
-        const auto width = static_cast<std::size_t>(run.source.width);
-        const BlockTable<i32> columnShift(width);
-        if (!columnShift) {
+        Wrinkles wrinkles(run.source, params.fillColor);
+        if (!wrinkles) {
             run.CopyHead(); // a black picture rather than none
             ClearPixels(run);
             return WorkEnd::Done;
         }
-        RandomWalk columnWalk(chance);
-        for (std::size_t x = 0; x < width; ++x) {
-            columnShift[x] = columnWalk.Step();
-        }
-        const auto extremes =
-            std::minmax_element(columnShift.Entries(), columnShift.Entries() + width);
+        wrinkles.ShiftColumns(chance);
         run.CopyHead();
-        const DibView& picture = run.source;
-        const PixelColour fill = PixelOfColour(params.fillColor, picture);
         RandomWalk rowWalk(chance);
-        return WithPixelBytes(picture, [&](auto bytes) {
-            return run.ForEachRow([&](const u8*, u8* to, i32 y) {
-                const i64 rowShift = rowWalk.Step();
-                if (i64{y} + *extremes.first < 0 || i64{y} + *extremes.second >= picture.height) {
-                    FetchPixelsOrFill(picture, to, picture.height, fill, [&](i32 x) {
-                        return Place{x + rowShift,
-                                     i64{y} + columnShift[static_cast<std::size_t>(x)]};
-                    });
-                    return;
-                }
-                FetchRow<bytes>(picture, to, [&](i32 x) {
-                    return (i64{y} + columnShift[static_cast<std::size_t>(x)]) *
-                               static_cast<std::ptrdiff_t>(picture.stride) +
-                           NearestColumn<bytes>(picture, x + rowShift);
-                });
-                const auto outside = static_cast<i32>(
-                    std::min<i64>(rowShift < 0 ? -rowShift : rowShift, picture.width));
-                const i32 first = rowShift < 0 ? 0 : picture.width - outside;
-                for (i32 x = first; x < first + outside; ++x) {
-                    CopyPixel<bytes>(fill.data(), to + static_cast<std::size_t>(x) * bytes);
-                }
-            });
+        return WithPixelBytes(run.source, [&](auto bytes) {
+            return run.ForEachRow(
+                [&](const u8*, u8* to, i32 y) { wrinkles.WriteRow<bytes>(y, rowWalk.Step(), to); });
         });
     });
 }

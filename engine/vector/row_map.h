@@ -6,19 +6,21 @@
 #include <algorithm>
 #include <cstring>
 
-// Copies the pixels that lie `offsets` bytes behind `pixels` to a run of `count` pixels at `to`.
+// Copies the pixels that lie base + offsets[i] bytes behind `pixels` to a run of `count` pixels at
+// `to`.
 //
 // Pixels of three bytes go four bytes at a time, the last one first: each brings along the byte in
 // front of it, and the next one puts that right. So there must be a byte in front of `pixels`.
 template <std::size_t bytes, class Offset>
-void CopyPixelsAt(const u8* pixels, const Offset* offsets, std::size_t count, u8* to) {
+void CopyPixelsAt(const u8* pixels, const Offset* offsets, std::size_t count, u8* to,
+                  Offset base = 0) {
     if constexpr (bytes == 1) {
         for (std::size_t i = 0; i < count; ++i) {
-            to[i] = pixels[offsets[i]];
+            to[i] = pixels[base + offsets[i]];
         }
     } else {
         const auto copy = [=](std::size_t i) {
-            std::memcpy(to + i * bytes - 1, pixels - 1 + offsets[i], 4);
+            std::memcpy(to + i * bytes - 1, pixels + (base + offsets[i]) - 1, 4);
         };
         std::size_t i = count;
         for (; i > 4; i -= 4) {
@@ -31,7 +33,7 @@ void CopyPixelsAt(const u8* pixels, const Offset* offsets, std::size_t count, u8
             copy(i - 1);
         }
         if (count != 0) {
-            std::memcpy(to, pixels + offsets[0], bytes);
+            std::memcpy(to, pixels + (base + offsets[0]), bytes);
         }
     }
 }
