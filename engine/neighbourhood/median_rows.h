@@ -11,7 +11,7 @@
 constexpr i32 kLargestSortedSize = 5;
 
 // Rows that one call sorts: their walks, each a chain of dependent steps, then run side by side.
-constexpr i32 kSortedRows = 4;
+constexpr i32 kSortedRows = 2;
 
 // Writes the `rows` (at most kSortedRows) rows of the result from y on, `to` being the first, by
 // sorting each window as far as needed. 2 <= size <= kLargestSortedSize.
