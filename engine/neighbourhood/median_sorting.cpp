@@ -35,9 +35,8 @@ HWY_INLINE Middle MiddleOf(const ColumnLists<size>& lists, std::size_t i, std::s
 }
 
 template <std::size_t size, std::size_t channels>
-void FindSteps(const Window& window, std::size_t begin, std::size_t count, Steps& steps) {
-    ColumnLists<size> lists;
-    lists.Make(window, begin, count);
+void FindSteps(const Lists<size>& columns, std::size_t count, Steps& steps) {
+    const ColumnLists<size> lists(columns, channels, count);
     for (std::size_t i = 0; i < count; i += kLanes) {
         const Middle middle = MiddleOf<size>(lists, i, channels);
         Store(middle.low, steps.Low(i));
@@ -48,13 +47,15 @@ void FindSteps(const Window& window, std::size_t begin, std::size_t count, Steps
 
 template <std::size_t size, std::size_t channels>
 void WriteRows(const DibView& source, i32 y, i32 rows, u8* to) {
-    std::array<Walk<channels>, kSortedRows> walks;
+    const Windows windows(source, size, y);
+    Columns<size> columns;
     std::array<Steps, kSortedRows> steps;
+    std::array<Walk<channels>, kSortedRows> walks;
     for (std::size_t begin = 0; begin < source.rowBytes; begin += kPiece) {
         const std::size_t count = std::min(kPiece, source.rowBytes - begin);
+        MakeColumns<size>(windows, begin, count, columns);
         for (std::size_t row = 0; row < kSortedRows; ++row) {
-            FindSteps<size, channels>(Window(source, size, y + static_cast<i64>(row)), begin, count,
-                                      steps[row]);
+            FindSteps<size, channels>(columns[row], count, steps[row]);
         }
         WalkRows(steps, count, walks);
         for (i32 row = 0; row < rows; ++row) {
