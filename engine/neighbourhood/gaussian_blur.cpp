@@ -30,14 +30,15 @@ void TakeExcess(std::array<i32, kGaussianLargest>& weights, i32 size, i32 excess
 static_assert(IsExactUpTo(255, 124993, RowWeights::kFractionBits));
 static_assert(IsExactUpTo(2 * 255, 111681, RowWeights::kFractionBits));
 
-void WeighTaps(const u8* const* taps, const RowWeights& weights, u8* to, std::size_t count,
+void WeighTaps(const u8* const* taps, const FoldedWeights& weights, u8* to, std::size_t count,
                Stores stores) {
-    if (weights.count <= 3) {
-        WeighThreeRows({taps[0], taps[1], taps[weights.count - 1]},
-                       RoundedOuterWeight(weights.values[0], RowWeights::kFractionBits), to, count,
+    const RowWeights& each = weights.unfolded;
+    if (each.count <= 3) {
+        WeighThreeRows({taps[0], taps[1], taps[each.count - 1]},
+                       RoundedOuterWeight(each.values[0], RowWeights::kFractionBits), to, count,
                        stores);
     } else {
-        WeighRows(taps, weights, to, count);
+        WeighRows(taps, weights, to, count, stores);
     }
 }
 
@@ -69,7 +70,7 @@ DibHandle GaussianBlur(DibHandle source, const SquareSizeParams& params) {
     if (size < 2 || size > kGaussianLargest) {
         return 0;
     }
-    const RowWeights weights{GaussianWeights(size), static_cast<std::size_t>(size)};
+    const FoldedWeights weights({GaussianWeights(size), static_cast<std::size_t>(size)});
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         const std::size_t count = run.source.rowBytes;
         const std::size_t pixel = PixelBytes(run.source);
@@ -84,7 +85,7 @@ DibHandle GaussianBlur(DibHandle source, const SquareSizeParams& params) {
             run, rows,
             [&](const u8* from, u8* to) {
                 const u8* samples = extended.Extend(from);
-                for (std::size_t tap = 0; tap < weights.count; ++tap) {
+                for (std::size_t tap = 0; tap < weights.unfolded.count; ++tap) {
                     taps[tap] = samples + tap * pixel;
                 }
                 WeighTaps(taps.data(), weights, to, count, Stores::Cached);

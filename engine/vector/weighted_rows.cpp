@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/vector/weighted_rows.cpp"
@@ -14,69 +15,125 @@
 HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 
-constexpr i32 kHalf = 1 << (RowWeights::kFractionBits - 1);
-
 #if ZQ_HAS_PAIRS
 
-// A weight has two digits of ten bits, so that it can be multiplied in 16 bits.
-constexpr i32 kDigitBits = 10;
+// The rows of each pair of terms.
+using TermRows = std::array<const u8*, 2 * RowWeights::kMost>;
 
-// A digit of two weights, as they meet pairs of samples.
-inline i32 DigitPair(i32 first, i32 second, i32 shift) {
-    constexpr i32 kDigit = (1 << kDigitBits) - 1;
-    return (first >> shift & kDigit) | (second >> shift & kDigit) << 16;
+// Four rows side by side.
+HWY_INLINE Quarters<Bytes> QuadSamples(const u8* const* rows, std::size_t at) {
+    const Bytes row0 = hn::LoadU(kBytes, rows[0] + at), row1 = hn::LoadU(kBytes, rows[1] + at);
+    const Bytes row2 = hn::LoadU(kBytes, rows[2] + at), row3 = hn::LoadU(kBytes, rows[3] + at);
+    const Shorts lower01 = hn::BitCast(kShorts, hn::InterleaveLower(kBytes, row0, row1));
+    const Shorts upper01 = hn::BitCast(kShorts, hn::InterleaveUpper(kBytes, row0, row1));
+    const Shorts lower23 = hn::BitCast(kShorts, hn::InterleaveLower(kBytes, row2, row3));
+    const Shorts upper23 = hn::BitCast(kShorts, hn::InterleaveUpper(kBytes, row2, row3));
+    return {hn::BitCast(kBytes, hn::InterleaveLower(kShorts, lower01, lower23)),
+            hn::BitCast(kBytes, hn::InterleaveUpper(kShorts, lower01, lower23)),
+            hn::BitCast(kBytes, hn::InterleaveLower(kShorts, upper01, upper23)),
+            hn::BitCast(kBytes, hn::InterleaveUpper(kShorts, upper01, upper23))};
 }
 
-struct WeightPair {
-    i32 low;
-    i32 high;
-};
+// The sums of neighbouring bytes, each as often as its count says.
+HWY_INLINE Shorts SumNeighbours(Bytes bytes, Bytes counts) {
+#if HWY_TARGET == HWY_AVX2
+    return Shorts{_mm256_maddubs_epi16(bytes.raw, counts.raw)};
+#else
+    return Shorts{_mm512_maddubs_epi16(bytes.raw, counts.raw)};
+#endif
+}
+
+// The samples of both terms of a pair, side by side.
+HWY_INLINE Quarters<Shorts> TermSamples(const u8* const* rows, const TermPair& pair,
+                                        std::size_t at) {
+    const Quarters<Bytes> quads = QuadSamples(rows, at);
+    i32 word;
+    std::memcpy(&word, pair.counts.data(), sizeof word);
+    const Bytes counts = hn::BitCast(kBytes, hn::Set(kWords, word));
+    return {SumNeighbours(quads.first, counts), SumNeighbours(quads.second, counts),
+            SumNeighbours(quads.third, counts), SumNeighbours(quads.fourth, counts)};
+}
 
 HWY_INLINE Words JoinDigits(Words low, Words high) {
-    return hn::ShiftRight<RowWeights::kFractionBits>(hn::Add(low, hn::ShiftLeft<kDigitBits>(high)));
+    return hn::ShiftRight<RowWeights::kFractionBits>(
+        hn::Add(low, hn::ShiftLeft<FoldedWeights::kDigitBits>(high)));
 }
 
 // kTile samples from `at` on.
-ZQ_WITH_DOT_PRODUCTS void WeighTile(const u8* const* rows, const WeightPair* weights,
-                                    std::size_t pairs, std::size_t at, u8* to) {
-    Quarters<Words> low = SetQuarters(kHalf);
+ZQ_WITH_DOT_PRODUCTS Bytes WeighTile(const TermRows& rows, const FoldedWeights& weights,
+                                     std::size_t at) {
+    Quarters<Words> low = SetQuarters(RowWeights::kHalf);
     Quarters<Words> high = SetQuarters(0);
-    for (std::size_t pair = 0; pair < pairs; ++pair) {
-        const Quarters<Shorts> samples = PairSamples(rows[2 * pair] + at, rows[2 * pair + 1] + at);
-        AddQuarters(low, samples, weights[pair].low);
-        AddQuarters(high, samples, weights[pair].high);
+    std::size_t i = 0;
+    HWY_UNROLL(2)
+    for (; i < weights.twoDigits; ++i) {
+        const TermPair& pair = weights.pairs[i];
+        const Quarters<Shorts> samples = TermSamples(rows.data() + 4 * i, pair, at);
+        AddQuarters(low, samples, pair.low);
+        AddQuarters(high, samples, pair.high);
     }
-    hn::StoreU(PackWords(JoinDigits(low.first, high.first), JoinDigits(low.second, high.second),
-                         JoinDigits(low.third, high.third), JoinDigits(low.fourth, high.fourth)),
-               kBytes, to);
+    HWY_UNROLL(2)
+    for (; i < weights.count; ++i) {
+        const TermPair& pair = weights.pairs[i];
+        AddQuarters(low, TermSamples(rows.data() + 4 * i, pair, at), pair.low);
+    }
+    return PackWords(JoinDigits(low.first, high.first), JoinDigits(low.second, high.second),
+                     JoinDigits(low.third, high.third), JoinDigits(low.fourth, high.fourth));
 }
 
-void WeighRows(const u8* const* rows, const RowWeights& weights, u8* to, std::size_t count) {
-    std::array<WeightPair, RowWeights::kMost / 2> pair;
-    const std::size_t pairs = (weights.count + 1) / 2;
-    for (std::size_t i = 0; i < pairs; ++i) {
-        const i32 first = weights.values[2 * i];
-        const i32 second = 2 * i + 1 == weights.count ? 0 : weights.values[2 * i + 1];
-        pair[i] = {DigitPair(first, second, 0), DigitPair(first, second, kDigitBits)};
+// A row that is shorter than a tile.
+void WeighShortRow(const TermRows& rows, const FoldedWeights& weights, u8* to, std::size_t count) {
+    std::array<u8, 2 * RowWeights::kMost * kTile> samples{};
+    TermRows copies{};
+    for (std::size_t i = 0; i < 4 * weights.count; ++i) {
+        u8* copy = samples.data() + i * kTile;
+        std::memcpy(copy, rows[i], count);
+        copies[i] = copy;
     }
-    ForTiles<RowWeights::kMost>(
-        rows, weights.count, count, [&](const u8* const* row, std::size_t at, std::size_t done) {
-            std::array<u8, kTile> tile;
-            const bool whole = done + kTile <= count;
-            WeighTile(row, pair.data(), pairs, at, whole ? to + done : tile.data());
-            if (!whole) {
-                std::memcpy(to + done, tile.data(), count - done);
-            }
-        });
+    std::array<u8, kTile> sums;
+    hn::StoreU(WeighTile(copies, weights, 0), kBytes, sums.data());
+    std::memcpy(to, sums.data(), count);
+}
+
+void WeighRows(const u8* const* taps, const FoldedWeights& weights, u8* to, std::size_t count,
+               Stores stores) {
+    TermRows rows;
+    for (std::size_t i = 0; i < 4 * weights.count; ++i) {
+        rows[i] = taps[weights.pairs[i / 4].taps[i % 4]];
+    }
+    if (count < kTile) {
+        WeighShortRow(rows, weights, to, count);
+        return;
+    }
+    // The first and the last tile may overlap their neighbours.
+    const auto store = [&](std::size_t at) {
+        hn::StoreU(WeighTile(rows, weights, at), kBytes, to + at);
+    };
+    std::size_t at = 0;
+    if (stores == Stores::Streamed) {
+        store(0);
+        at = kTile - reinterpret_cast<std::uintptr_t>(to) % kTile;
+        for (; at + kTile <= count; at += kTile) {
+            hn::Stream(WeighTile(rows, weights, at), kBytes, to + at);
+        }
+    } else {
+        for (; at + kTile <= count; at += kTile) {
+            store(at);
+        }
+    }
+    if (at < count) {
+        store(count - kTile);
+    }
 }
 
 #else
 
-void WeighRows(const u8* const* rows, const RowWeights& weights, u8* to, std::size_t count) {
+void WeighRows(const u8* const* rows, const FoldedWeights& weights, u8* to, std::size_t count,
+               Stores) {
     for (std::size_t at = 0; at < count; at += kSumBlock) {
         const std::size_t n = std::min(kSumBlock, count - at);
         SumBlock sums;
-        SumRows(rows, weights, kHalf, at, n, sums);
+        SumRows(rows, weights.unfolded, RowWeights::kHalf, at, n, sums);
         for (std::size_t i = 0; i < n; ++i) {
             to[at + i] = static_cast<u8>(sums[i] >> RowWeights::kFractionBits);
         }
@@ -92,8 +149,9 @@ HWY_AFTER_NAMESPACE();
 
 HWY_EXPORT(WeighRows);
 
-void WeighRows(const u8* const* rows, const RowWeights& weights, u8* to, std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(WeighRows)(rows, weights, to, count);
+void WeighRows(const u8* const* rows, const FoldedWeights& weights, u8* to, std::size_t count,
+               Stores stores) {
+    HWY_DYNAMIC_DISPATCH(WeighRows)(rows, weights, to, count, stores);
 }
 
 #endif
