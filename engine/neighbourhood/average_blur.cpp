@@ -8,8 +8,7 @@ DibHandle AverageBlur(DibHandle source, const SquareSizeParams& params) {
     }
     return RunKernel(source, Depths::GreyOrColour, [&](const KernelRun& run) {
         const RoundedDivision mean(params.size);
-        return BlurBox(run, params.size, [&](const ColumnWindows& windows, i32, u8* to) {
-            SlideToMeans(windows, mean, to);
-        });
+        return BlurBox(run, params.size,
+                       [&](const ColumnStep& step, i32, u8* to) { WriteMeans(step, mean, to); });
     });
 }

@@ -5,9 +5,10 @@
 #include "engine/neighbourhood/extended_row.h"
 #include "engine/neighbourhood/two_pass.h"
 #include "engine/vector/box_rows.h"
+#include "engine/vector/mean_columns.h"
 
 // Averages squares of `size`, 2 to 128, along the rows. Along the columns it calls
-// `finish(windows, y, to)` for each row y of the result, which slides the windows on.
+// `finish(step, y, to)` for each row y of the result, which slides the windows on.
 template <class Finish>
 WorkEnd BlurBox(const KernelRun& run, i32 size, const Finish& finish) {
     const std::size_t count = run.source.rowBytes;
@@ -15,7 +16,7 @@ WorkEnd BlurBox(const KernelRun& run, i32 size, const Finish& finish) {
     const RoundedDivision mean(size);
     const ExtendedRow extended(run.source, size);
     const RowRing rows(run.source, size);
-    const RowTable<u16> sums(1, count);
+    const ColumnSums sums(count);
     if (!extended || !rows || !sums) {
         return WorkEnd::NoMemory;
     }
@@ -27,11 +28,10 @@ WorkEnd BlurBox(const KernelRun& run, i32 size, const Finish& finish) {
         [&](i32 y, u8* to) {
             if (y == 0) {
                 rows.ForWindow(-1, [&](const u8* row, i64 times) {
-                    AddToSums(row, static_cast<i32>(times), sums.Row(0), count);
+                    AddToColumns(row, static_cast<i32>(times), sums, count);
                 });
             }
-            finish(ColumnWindows{sums.Row(0), rows.Row(rows.LastOf(y)),
-                                 rows.Row(rows.FirstOf(y) - 1), count},
+            finish(ColumnStep{sums, rows.Row(rows.LastOf(y)), rows.Row(rows.FirstOf(y) - 1), count},
                    y, to);
         });
 }

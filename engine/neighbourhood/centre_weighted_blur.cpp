@@ -78,8 +78,8 @@ DibHandle CentreWeightedBlur(DibHandle source, const CentreWeightedParams& param
             return BlurWide(run, size, static_cast<u32>(weight));
         }
         const RoundedDivision mean(size + weight);
-        return BlurBox(run, size, [&](const ColumnWindows& windows, i32 y, u8* to) {
-            SlideToWeightedMeans(windows, run.source.Row(y), weight, mean, to);
+        return BlurBox(run, size, [&](const ColumnStep& step, i32 y, u8* to) {
+            WriteWeightedMeans(step, run.source.Row(y), weight, mean, to);
         });
     });
 }

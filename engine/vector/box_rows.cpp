@@ -12,36 +12,28 @@ namespace HWY_NAMESPACE {
 
 // What is in work at a time stays in the first cache.
 constexpr std::size_t kBlock = 2048;
-constexpr std::size_t kMostStep = 3;
-constexpr std::size_t kRoom = kBlock + kMostStep * RoundedDivision::kLargest;
-
-struct WholeSum {
-    u16 operator()(i32 sum) const { return static_cast<u16>(sum); }
-};
+constexpr std::size_t kRoom = kBlock + RoundedDivision::kLargest;
 
 // Joins each window with the one `distance` further on, which begins where the first one ends, and
 // with one sample more if there are `singles`.
-template <class Part, class Whole, class Finish>
+template <class Part>
 void Join(const Part* __restrict parts, std::size_t distance, const u8* __restrict singles,
-          Whole* __restrict wholes, std::size_t count, const Finish finish) {
+          u16* __restrict wholes, std::size_t count) {
     if (singles == nullptr) {
         for (std::size_t i = 0; i < count; ++i) {
-            wholes[i] = finish(parts[i] + parts[i + distance]);
+            wholes[i] = static_cast<u16>(parts[i] + parts[i + distance]);
         }
     } else {
         for (std::size_t i = 0; i < count; ++i) {
-            wholes[i] = finish(parts[i] + parts[i + distance] + singles[i]);
+            wholes[i] = static_cast<u16>(parts[i] + parts[i + distance] + singles[i]);
         }
     }
 }
 
 // Doubles the windows until they have their size: from one of n samples comes one of 2n or 2n + 1.
-template <class Whole, class Finish>
-void JoinBlock(const u8* samples, u32 size, std::size_t step, const Finish& finish, Whole* wholes,
-               std::size_t count) {
+void JoinBlock(const u8* samples, u32 size, u16* wholes, std::size_t count) {
     alignas(64) u16 room[2][kRoom];
-    u16* sums = room[0];
-    u16* wider = room[1];
+    const u16* sums = nullptr;
     u32 level = 0;
     while (size >> level > 1) {
         ++level;
@@ -49,36 +41,22 @@ void JoinBlock(const u8* samples, u32 size, std::size_t step, const Finish& fini
     for (std::size_t reach = 1; level > 0;) {
         --level;
         const bool odd = (size >> level & 1) != 0;
-        const std::size_t distance = reach * step;
-        const u8* singles = odd ? samples + 2 * distance : nullptr;
-        const std::size_t wanted = count + (size - (2 * reach + odd)) * step;
-        if (level == 0) {
-            if (reach == 1) {
-                Join(samples, distance, singles, wholes, count, finish);
-            } else {
-                Join(sums, distance, singles, wholes, count, finish);
-            }
-        } else if (reach == 1) {
-            Join(samples, distance, singles, sums, wanted, WholeSum());
+        const u8* singles = odd ? samples + 2 * reach : nullptr;
+        const std::size_t wanted = count + size - (2 * reach + odd);
+        u16* wider = level == 0 ? wholes : room[level % 2];
+        if (reach == 1) {
+            Join(samples, reach, singles, wider, wanted);
         } else {
-            Join(sums, distance, singles, wider, wanted, WholeSum());
-            std::swap(sums, wider);
+            Join(sums, reach, singles, wider, wanted);
         }
+        sums = wider;
         reach = 2 * reach + odd;
-    }
-}
-
-void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
-                   u8* means, std::size_t count) {
-    for (std::size_t done = 0; done < count; done += kBlock) {
-        JoinBlock(samples + done, static_cast<u32>(size), step, division, means + done,
-                  std::min(kBlock, count - done));
     }
 }
 
 void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
     for (std::size_t done = 0; done < count; done += kBlock) {
-        JoinBlock(samples + done, static_cast<u32>(size), 1, WholeSum(), sums + done,
+        JoinBlock(samples + done, static_cast<u32>(size), sums + done,
                   std::min(kBlock, count - done));
     }
 }
@@ -103,20 +81,6 @@ void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division,
     }
 }
 
-void SlideToWeightedMeans(const ColumnWindows& windows, const u8* __restrict centres, i32 weight,
-                          const RoundedDivision& division, u8* __restrict means) {
-    u16* __restrict sums = windows.sums;
-    const u8* __restrict entering = windows.entering;
-    const u8* __restrict leaving = windows.leaving;
-    const RoundedDivision mean = division;
-    const auto factor = static_cast<u16>(weight);
-    for (std::size_t i = 0; i < windows.count; ++i) {
-        const auto sum = static_cast<u16>(sums[i] + entering[i] - leaving[i]);
-        sums[i] = sum;
-        means[i] = mean(static_cast<u16>(sum + centres[i] * factor));
-    }
-}
-
 } // namespace HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -131,16 +95,9 @@ RoundedDivision::RoundedDivision(i32 divisor) : half(static_cast<u16>(divisor / 
     factor = static_cast<u16>(((1 << (16 + shift)) + divisor - 1) / divisor);
 }
 
-HWY_EXPORT(MeansAlongRow);
 HWY_EXPORT(SumsAlongRow);
 HWY_EXPORT(AddToSums);
 HWY_EXPORT(SlideToMeans);
-HWY_EXPORT(SlideToWeightedMeans);
-
-void MeansAlongRow(const u8* samples, i32 size, std::size_t step, const RoundedDivision& division,
-                   u8* means, std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(MeansAlongRow)(samples, size, step, division, means, count);
-}
 
 void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
     HWY_DYNAMIC_DISPATCH(SumsAlongRow)(samples, size, sums, count);
@@ -152,11 +109,6 @@ void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count) {
 
 void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division, u8* means) {
     HWY_DYNAMIC_DISPATCH(SlideToMeans)(windows, division, means);
-}
-
-void SlideToWeightedMeans(const ColumnWindows& windows, const u8* centres, i32 weight,
-                          const RoundedDivision& division, u8* means) {
-    HWY_DYNAMIC_DISPATCH(SlideToWeightedMeans)(windows, centres, weight, division, means);
 }
 
 #endif

@@ -64,7 +64,3 @@ void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count);
 
 // Slides the windows on and writes their means.
 void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division, u8* means);
-
-// The same with `weight` times each centre among the samples.
-void SlideToWeightedMeans(const ColumnWindows& windows, const u8* centres, i32 weight,
-                          const RoundedDivision& division, u8* means);
