@@ -59,7 +59,8 @@ HWY_INLINE Words JoinDigits(Words low, Words high) {
         hn::Add(low, hn::ShiftLeft<FoldedWeights::kDigitBits>(high)));
 }
 
-// kTile samples from `at` on.
+// kTile samples from `at` on. (Loops that are not unrolled move all sums to other
+// registers and back.)
 ZQ_WITH_DOT_PRODUCTS Bytes WeighTile(const TermRows& rows, const FoldedWeights& weights,
                                      std::size_t at) {
     Quarters<Words> low = SetQuarters(RowWeights::kHalf);
