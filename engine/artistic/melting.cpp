@@ -22,11 +22,11 @@ void Sink(typename Format::Word* column, i32 y) {
     i32 place = y;
     while (place > kCompared) {
         const auto* const below = column + place - kCompared;
-        bool all = true;
+        i32 differences = 0; // below 0 when one of them is
         for (i32 i = 0; i < kCompared; ++i) {
-            all &= below[i] >= least;
+            differences |= below[i] - least;
         }
-        if (!all) {
+        if (differences < 0) {
             break;
         }
         place -= kCompared;

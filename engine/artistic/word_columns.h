@@ -85,11 +85,14 @@ void FillColumns(const DibView& picture, std::size_t left, std::size_t count,
 template <class Format>
 void WriteColumns(const WordColumns<Format>& columns, const KernelRun& run, std::size_t left,
                   std::size_t count) {
+    const std::size_t each = columns.each;
     ForEachBlock(run.source.height, [&](i32 bottom, i32 top) {
         for (i32 y = bottom; y < top; ++y) {
-            u8* const row = run.ResultRow(y) + left * Format::kBytes;
-            for (std::size_t x = 0; x < count; ++x) {
-                Format::Write(columns.Column(x)[y], row + x * Format::kBytes);
+            u8* to = run.ResultRow(y) + left * Format::kBytes;
+            const typename Format::Word* word = columns.words + y;
+            for (const u8* const end = to + count * Format::kBytes; to != end;
+                 to += Format::kBytes, word += each) {
+                Format::Write(*word, to);
             }
         }
     });
