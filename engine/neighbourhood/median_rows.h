@@ -10,7 +10,8 @@
 // The largest window that is sorted.
 constexpr i32 kLargestSortedSize = 5;
 
-// Rows that one call sorts: their walks, each a chain of dependent steps, then run side by side.
+// Rows that one call sorts: what their windows share is sorted once, and their walks, each a chain
+// of dependent steps, run side by side.
 constexpr i32 kSortedRows = 2;
 
 // Writes the `rows` (at most kSortedRows) rows of the result from y on, `to` being the first, by
