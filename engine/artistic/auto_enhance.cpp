@@ -6,8 +6,8 @@
 // dialog's range gives an odd picture, whose tables keep the low bytes of what does not fit.
 #include "engine/artistic/artistic_kernels.h"
 #include "engine/artistic/enhance_rows.h"
-#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+#include "engine/row_table.h"
 #include "engine/vector/map_bytes.h"
 #include "platform/base/unfilled_block.h"
 

@@ -1,8 +1,8 @@
 // Draws the edges of the picture: light lines on black (Crayon) or dark ones on white (Pencil).
 // The outermost pixels are paper.
 #include "engine/artistic/artistic_kernels.h"
-#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+#include "engine/row_table.h"
 #include "engine/spread_lines.h"
 #include "engine/vector/channel_masks.h"
 

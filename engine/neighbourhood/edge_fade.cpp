@@ -3,7 +3,7 @@
 // picture stood on black. Neither asks nor reports.
 #include "engine/frame.h"
 #include "engine/neighbourhood/neighbourhood_kernels.h"
-#include "engine/neighbourhood/row_table.h"
+#include "engine/row_table.h"
 #include "engine/vector/box_rows.h"
 #include "engine/vector/ray_rows.h"
 
@@ -107,7 +107,7 @@ WorkEnd Fade(const KernelRun& run, i32 radius) {
     if (!rays) {
         return WorkEnd::NoMemory;
     }
-    const RoundedDivision mean = RoundedDivision::Truncating(radius + 1);
+    const RoundedDivision mean = RoundedDivision::Down(radius + 1);
     run.CopyHeadWithoutAsking();
     for (i32 y = -radius; y < source.height; ++y) {
         rays.Advance(y);

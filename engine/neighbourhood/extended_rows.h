@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/neighbourhood/extended_row.h"
-#include "engine/neighbourhood/row_table.h"
+#include "engine/row_table.h"
 
 // The window of 2 * reach + 1 rows; each row has its first pixel `reach` times more in front and
 // its last one as often behind. Beyond the edges the edge rows repeat.

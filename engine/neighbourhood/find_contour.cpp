@@ -1,8 +1,8 @@
 // Draws, white on black, the inner outline of what is brighter than a threshold. The outermost rows
 // and columns stay black, and so do planes that are not chosen.
 #include "engine/neighbourhood/neighbourhood_kernels.h"
-#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+#include "engine/row_table.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/neighbourhood/find_contour.cpp"

@@ -19,7 +19,7 @@ WorkEnd SortWindows(const KernelRun& run, i32 size) {
 }
 
 WorkEnd CountWindows(const KernelRun& run, i32 size, ToneColumn* columns) {
-    constexpr i32 kRows = 384; // of a tile, each of which counts the rows below it anew
+    constexpr i32 kRows = 256; // of a tile, each of which counts the rows below it anew
     return ForEachTile(
         run, RowRhythm::EveryRow,
         [&](const Tile& tile) {

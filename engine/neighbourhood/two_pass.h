@@ -5,8 +5,8 @@
 // a window holds are kept between them, and both passes work on whole rows.
 #pragma once
 
-#include "engine/neighbourhood/row_table.h"
 #include "engine/pixel.h"
+#include "engine/row_table.h"
 #include "engine/spread_lines.h"
 
 // The rows that the first pass gave, as far as the windows of the second one need them. The window

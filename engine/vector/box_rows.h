@@ -21,13 +21,6 @@ struct RoundedDivision {
     explicit RoundedDivision(i32 divisor);
 
     // Rounds down; the divisor may be 129, too.
-    static RoundedDivision Truncating(i32 divisor) {
-        RoundedDivision division(divisor);
-        division.half = 0;
-        return division;
-    }
-
-    // The same, but truncating.
     static RoundedDivision Down(i32 divisor) {
         RoundedDivision division(divisor);
         division.half = 0;

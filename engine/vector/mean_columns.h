@@ -1,7 +1,7 @@
 // Means along columns: windows of one row after the other, which slide over the rows.
 #pragma once
 
-#include "engine/neighbourhood/row_table.h"
+#include "engine/row_table.h"
 #include "engine/vector/box_rows.h"
 
 // The sums of `count` columns of up to 128 samples each.

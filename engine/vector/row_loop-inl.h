@@ -44,6 +44,9 @@ HWY_INLINE void ForVectors(u8* to, std::size_t count, Stores stores, const Work&
     const std::size_t lanes = hn::Lanes(tag);
     std::size_t i = 0;
     const auto part = [&](std::size_t bytes) {
+        if (bytes == 0) {
+            return;
+        }
         StorePart(work(i, LoadPart(from + i, bytes)...), to + i, bytes);
         i += bytes;
     };
