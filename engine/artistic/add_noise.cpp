@@ -31,7 +31,7 @@ public:
     // Writes the next pixel, a random one or `kept`.
     template <std::size_t bytes>
     void Next(const u8* kept, u8* pixel) {
-        const u64 replaced = Replacing() & 1;
+        const auto replaced = static_cast<std::size_t>(Replacing() & 1);
         Choose<bytes>(replaced, kept, bytes_ + used_ + 1, pixel);
         used_ += 1 + replaced * bytes;
     }
@@ -42,7 +42,7 @@ public:
         u64 replacing = Replacing();
         const u8* random = bytes_ + used_ + 1;
         for (std::size_t i = 0; i < kGroup; ++i) {
-            const u64 replaced = replacing & 1;
+            const auto replaced = static_cast<std::size_t>(replacing & 1);
             Choose<bytes == 3 ? 4 : 1>(replaced, kept + i * bytes, random, pixels + i * bytes);
             random += 1 + replaced * bytes;
             replacing >>= 1 + replaced * bytes;
@@ -66,7 +66,7 @@ private:
 
     // No branch, which would be guessed wrong too often.
     template <std::size_t bytes>
-    static void Choose(u64 replaced, const u8* kept, const u8* random, u8* pixel) {
+    static void Choose(std::size_t replaced, const u8* kept, const u8* random, u8* pixel) {
         u32 old = 0;
         u32 other = 0;
         std::memcpy(&old, kept, bytes);
