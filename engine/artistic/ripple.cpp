@@ -32,9 +32,10 @@ void FillDiagonals(const Diagonals& diagonals, const DibView& picture, i32 lengt
     constexpr double kFourPi = 12.5663706;
     const auto stride = static_cast<std::ptrdiff_t>(picture.stride);
     const auto bytes = static_cast<std::ptrdiff_t>(PixelBytes(picture));
-    for (u64 i = 0; i < Diagonals::Count(picture); ++i) {
-        const auto place = static_cast<i64>(i);
-        const i64 swell = std::abs(length - place % (2 * length));
+    const auto count = static_cast<std::size_t>(Diagonals::Count(picture));
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto place = static_cast<std::ptrdiff_t>(i);
+        const std::ptrdiff_t swell = std::abs(length - place % (2 * length));
         const double sine = std::sin(static_cast<double>(i) * kFourPi / length);
         diagonals.ups[i] = static_cast<i32>(static_cast<double>(swell) * sine * 0.25 + 0.5);
         diagonals.offsets[i] = diagonals.ups[i] * stride + place * bytes;
@@ -73,7 +74,8 @@ void WriteRow(const DibView& picture, const Diagonals& diagonals, i32 y, u8* to)
     FetchClamped<bytes>(picture, ups, y, 0, left, to);
     FetchClamped<bytes>(picture, ups, y, right, width, to);
     // The diagonal that a row begins with is y, and its pixels come from dx columns further on.
-    const std::ptrdiff_t begin = NearestRow(picture, y) + (i64{dx} - y) * static_cast<i64>(bytes);
+    const std::ptrdiff_t begin =
+        NearestRow(picture, y) + std::ptrdiff_t{dx - y} * static_cast<std::ptrdiff_t>(bytes);
     CopyPixelsAt<bytes>(picture.Row(0), diagonals.offsets.Entries() + y + first,
                         static_cast<std::size_t>(right - left), to + first * bytes, begin);
 }

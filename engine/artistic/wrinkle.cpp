@@ -38,7 +38,8 @@ public:
         RandomWalk walk(chance);
         const auto bytes = static_cast<std::ptrdiff_t>(PixelBytes(picture_));
         for (i32 x = 0; x < picture_.width; ++x) {
-            const i32 shift = walk.Step();
+            // More than the height leaves the picture as well.
+            const i32 shift = std::clamp(walk.Step(), -picture_.height, picture_.height);
             lowest_ = std::min(lowest_, shift);
             highest_ = std::max(highest_, shift);
             offsets_[static_cast<std::size_t>(x)] = shift * Stride() + x * bytes;
@@ -46,11 +47,12 @@ public:
     }
 
     template <std::size_t bytes>
-    void WriteRow(i32 y, i64 shift, u8* to) const {
+    void WriteRow(i32 y, i32 rowShift, u8* to) const {
         // Columns that come from within the row.
         const i32 width = picture_.width;
-        const auto left = static_cast<i32>(std::clamp<i64>(-shift, 0, width));
-        const auto right = static_cast<i32>(std::clamp<i64>(width - shift, left, width));
+        const i32 shift = std::clamp(rowShift, -width, width);
+        const i32 left = std::max(-shift, 0);
+        const i32 right = width - std::max(shift, 0);
         Fill<bytes>(0, left, to);
         Fill<bytes>(right, width, to);
         const std::ptrdiff_t begin = y * Stride() + shift * static_cast<std::ptrdiff_t>(bytes);
@@ -63,7 +65,8 @@ public:
         for (i32 x = left; x < right; ++x) {
             const auto column = static_cast<std::size_t>(x);
             const std::ptrdiff_t from = begin + offsets_[column];
-            const std::ptrdiff_t row = from - (x + shift) * static_cast<std::ptrdiff_t>(bytes);
+            const std::ptrdiff_t row =
+                from - std::ptrdiff_t{x + shift} * static_cast<std::ptrdiff_t>(bytes);
             const bool inside = row >= 0 && row < picture_.height * Stride();
             CopyPixel<bytes>(inside ? picture_.Row(0) + from : fill_.data(), to + column * bytes);
         }
