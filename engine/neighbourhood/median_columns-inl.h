@@ -24,9 +24,9 @@ namespace HWY_NAMESPACE {
 namespace {
 
 // Rows are worked on in pieces of so many samples, so that all lists stay in the nearest cache.
-constexpr std::size_t kPiece = 1152;
-constexpr std::size_t kAlignment = 64;
-constexpr std::size_t kRoom = kPiece + 128; // windows reach over the end, and so do vectors
+inline constexpr std::size_t kPiece = 1152;
+inline constexpr std::size_t kAlignment = 64;
+inline constexpr std::size_t kRoom = kPiece + 128; // windows reach over the end, and so do vectors
 
 // A sorted list for each sample of a piece.
 template <std::size_t count>

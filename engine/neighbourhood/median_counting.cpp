@@ -26,7 +26,7 @@ struct alignas(32) Counts {
     i16 upTo[kGroups];
 };
 
-#if HWY_TARGET == HWY_SCALAR
+#if HWY_MAX_BYTES < 32 // vectors that do not hold the counts
 HWY_INLINE void Slide(Counts& counts, const u8* entering, const u8* leaving) {
     for (std::size_t i = 0; i < kGroups; ++i) {
         counts.upTo[i] = static_cast<i16>(counts.upTo[i] + entering[i] - leaving[i]);

@@ -18,7 +18,7 @@ HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr std::size_t kJoinedSteps = 4;
+inline constexpr std::size_t kJoinedSteps = 4;
 
 #if HWY_TARGET == HWY_SCALAR
 using Block = Vec;
@@ -38,7 +38,7 @@ HWY_INLINE void StoreBlock(const Block& block, u8* to) {
     hn::StoreU(block, BlockTag(), to);
 }
 #endif
-constexpr std::size_t kBlock = 16;
+inline constexpr std::size_t kBlock = 16;
 
 // The steps of a piece, in front of them some that leave every tone as it is.
 struct Steps {

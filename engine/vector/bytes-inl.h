@@ -18,7 +18,7 @@ namespace {
 #if HWY_TARGET == HWY_SCALAR
 // The compiler's own vectors, which the baseline of every processor has.
 using Vec [[gnu::vector_size(16)]] = u8;
-constexpr std::size_t kLanes = sizeof(Vec);
+inline constexpr std::size_t kLanes = sizeof(Vec);
 
 HWY_INLINE Vec Load(const u8* from) {
     Vec bytes;
@@ -51,7 +51,7 @@ HWY_INLINE Vec IfEqual(const Vec& a, const Vec& b, const Vec& same, const Vec& o
 namespace hn = hwy::HWY_NAMESPACE;
 using Tag = hn::ScalableTag<u8>;
 using Vec = hn::Vec<Tag>;
-constexpr std::size_t kLanes = hn::MaxLanes(Tag());
+inline constexpr std::size_t kLanes = hn::MaxLanes(Tag());
 
 HWY_INLINE Vec Load(const u8* from) {
     return hn::LoadU(Tag(), from);

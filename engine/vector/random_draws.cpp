@@ -132,15 +132,18 @@ void SpreadShifts(const u16* numbers, std::size_t count, i16 top, std::size_t ch
                   i8* shifts) {
     std::size_t x = 0;
 #if HWY_TARGET != HWY_SCALAR
-    const hn::FixedTag<i16, 16> wide;
+    const hn::FixedTag<i16, 8> wide;
     const hn::FixedTag<i8, 16> narrow;
     alignas(16) i8 pixelOfByte[3][16];
     for (std::size_t i = 0; i < 48; ++i) {
         pixelOfByte[i / 16][i % 16] = static_cast<i8>(channels == 3 ? i / 3 : i);
     }
     for (; x + 16 <= count; x += 16) {
-        const auto number = hn::LoadU(wide, reinterpret_cast<const i16*>(numbers + x));
-        const auto shift = hn::DemoteTo(narrow, hn::Sub(hn::Set(wide, top), number));
+        const auto shiftsFrom = [&](std::size_t first) HWY_ATTR {
+            const auto number = hn::LoadU(wide, reinterpret_cast<const i16*>(numbers + first));
+            return hn::DemoteTo(hn::Half<decltype(narrow)>(), hn::Sub(hn::Set(wide, top), number));
+        };
+        const auto shift = hn::Combine(narrow, shiftsFrom(x + 8), shiftsFrom(x));
         for (std::size_t part = 0; part < channels; ++part) {
             const auto pixels = hn::Load(narrow, pixelOfByte[part]);
             hn::StoreU(hn::TableLookupBytes(shift, pixels), narrow,
