@@ -68,22 +68,3 @@ void FetchPixels(const DibView& source, u8* row, i32 begin, i32 end, const Place
         }
     });
 }
-
-// The same for a whole row, but what comes from outside the first `rows` rows of the source is
-// `fill`.
-template <class PlaceOf>
-void FetchPixelsOrFill(const DibView& source, u8* row, i64 rows, const PixelColour& fill,
-                       const PlaceOf& place) {
-    WithPixelBytes(source, [&](auto bytes) {
-        u8* to = row;
-        for (i32 x = 0; x < source.width; ++x, to += bytes) {
-            const Place from = place(x);
-            const bool inside =
-                from.x >= 0 && from.x < source.width && from.y >= 0 && from.y < rows;
-            CopyPixel<bytes>(inside ? source.Row(static_cast<i32>(from.y)) +
-                                          static_cast<std::size_t>(from.x) * bytes
-                                    : fill.data(),
-                             to);
-        }
-    });
-}

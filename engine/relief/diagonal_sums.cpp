@@ -36,7 +36,7 @@ std::size_t DiagonalSums::OffsetOf(i32 column) const {
 void DiagonalSums::Enter(const u8* row, i32 steps) {
     const std::size_t reach = Bytes(steps);
     const u8* from = rightward_ ? row + reach : row;
-    AddToSums(from, 1, rightward_ ? sums_ : sums_ + reach, rowBytes_ - reach);
+    AddToSums(from, rightward_ ? sums_ : sums_ + reach, rowBytes_ - reach);
 }
 
 void DiagonalSums::SlideFullRow(i32 index) {

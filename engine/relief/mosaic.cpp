@@ -1,10 +1,13 @@
 // Cuts the picture into blocks from its bottom left corner on and fills each with its mean.
 #include "engine/pixel.h"
-#include "engine/relief/block_rows.h"
 #include "engine/relief/relief_kernels.h"
+#include "engine/vector/box_rows.h"
 #include "engine/vector/byte_rows.h"
 
 namespace {
+
+// So many rows fit the sums of columns.
+constexpr i32 kMostAddedRows = 257;
 
 // Blocks are worked on band by band: all rows of a band add to the sums of its columns, these to
 // the sums of its blocks, then one row is made of the means and copied to the others.
@@ -29,7 +32,7 @@ public:
         while (rows > 0) {
             const i32 some = std::min(rows, kMostAddedRows);
             for (i32 y = first; y < first + some; ++y) {
-                AddRow(source.Row(y), columns_, rowBytes_);
+                AddToSums(source.Row(y), columns_, rowBytes_);
             }
             AddColumns();
             first += some;

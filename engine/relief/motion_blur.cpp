@@ -79,7 +79,7 @@ WorkEnd BlurColumns(const KernelRun& run, i32 stepY, i32 runLength) {
     SpreadLines lines(run, {0, width, width, 0, 100}, {});
     // As if the run had slid here from before the first row, with that row once more.
     for (i32 k = -1; k < runLength - 1; ++k) {
-        AddToSums(rows.From(std::max(k, 0)), 1, sums.Entries(), count);
+        AddToSums(rows.From(std::max(k, 0)), sums.Entries(), count);
     }
     for (i32 k = 0; k < height; ++k) {
         if (!lines.Begin(k, height)) {

@@ -61,10 +61,9 @@ void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
     }
 }
 
-void AddToSums(const u8* __restrict row, i32 times, u16* __restrict sums, std::size_t count) {
-    const auto factor = static_cast<u16>(times);
+void AddToSums(const u8* __restrict row, u16* __restrict sums, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        sums[i] = static_cast<u16>(sums[i] + row[i] * factor);
+        sums[i] = static_cast<u16>(sums[i] + row[i]);
     }
 }
 
@@ -103,8 +102,8 @@ void SumsAlongRow(const u8* samples, i32 size, u16* sums, std::size_t count) {
     HWY_DYNAMIC_DISPATCH(SumsAlongRow)(samples, size, sums, count);
 }
 
-void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(AddToSums)(row, times, sums, count);
+void AddToSums(const u8* row, u16* sums, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(AddToSums)(row, sums, count);
 }
 
 void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division, u8* means) {

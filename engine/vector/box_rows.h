@@ -52,8 +52,8 @@ struct ColumnWindows {
     std::size_t count;
 };
 
-// Adds a row to each sum `times` times.
-void AddToSums(const u8* row, i32 times, u16* sums, std::size_t count);
+// Adds a row to the sums of its columns, which hold up to 257 rows.
+void AddToSums(const u8* row, u16* sums, std::size_t count);
 
 // Slides the windows on and writes their means.
 void SlideToMeans(const ColumnWindows& windows, const RoundedDivision& division, u8* means);
