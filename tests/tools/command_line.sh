@@ -145,9 +145,11 @@ long() { printf '%b' "$(printf '\\x%02x' $(($1 & 255)) $(($1 >> 8 & 255)) $(($1 
     done
 } >large.bmp
 truncate -s $((54 + row * side)) large.bmp
-# Whether a program has its handlers of SIGINT and SIGTERM in place.
+# Whether zqfx runs there and has its handlers of SIGINT and SIGTERM in place. The shell that is to
+# become zqfx has handlers of its own until then, and a signal would make it clean up in our name.
 catches_signals() {
     local caught
+    [[ /proc/$1/exe -ef $zqfx ]] || return 1
     caught=$(sed -n 's/^SigCgt:\t*//p' "/proc/$1/status" 2>/dev/null)
     (((16#${caught:-0} & 0x4002) == 0x4002))
 }
