@@ -22,12 +22,6 @@ void FetchColumns(const DibView& source, i32 left, i32 right, u8* to, const Offs
     }
 }
 
-// The same for a whole row.
-template <std::size_t bytes, class OffsetOf>
-void FetchRow(const DibView& source, u8* to, const OffsetOf& offsetOf) {
-    FetchColumns<bytes>(source, 0, source.width, to, offsetOf);
-}
-
 // The offset of the row at y, or of the nearest one.
 inline std::ptrdiff_t NearestRow(const DibView& source, i64 y) {
     return static_cast<std::ptrdiff_t>(std::clamp<i64>(y, 0, source.height - 1)) *

@@ -5,35 +5,37 @@
 
 namespace {
 
-constexpr std::size_t kLargestSpread = 51;
+constexpr i32 kLargestSpread = 51;
+constexpr i32 kRun = 512; // pixels at a time
 
-// The distances that a row's pixels come from, drawn some pixels ahead: to the side, then up.
-class Distances {
-public:
-    Distances(std::size_t pixels, i32 spread) : left_(pixels), spread_(spread) {}
-
-    // Those of the next pixel, 0 to spread - 1.
-    const u16* Next() {
-        if (at_ == count_) {
-            count_ = std::min(kDraws, 2 * left_);
-            left_ -= count_ / 2;
-            at_ = 0;
-            TakeRandom(draws_, count_);
-            TakeRemainders(draws_, count_, static_cast<u16>(spread_));
-        }
-        at_ += 2;
-        return draws_ + at_ - 2;
-    }
-
-private:
-    static constexpr std::size_t kDraws = 1024;
-
-    std::size_t left_;
-    const i32 spread_;
-    u16 draws_[kDraws];
-    std::size_t count_ = 0;
-    std::size_t at_ = 0;
+// Where the pixels of a row come from: the rows, and how far a column may reach to either side.
+struct Reach {
+    std::ptrdiff_t rows[kLargestSpread];
+    i32 spread;
+    i32 centre;
 };
+
+// Draws, for each of `count` pixels from column `x` on, the distance to the side and then that
+// upwards, and gives the places as bytes behind the picture's first pixel.
+template <std::size_t bytes>
+void DrawPlaces(const DibView& picture, const Reach& reach, i32 x, i32 count,
+                std::ptrdiff_t* places) {
+    u16 draws[2 * kRun];
+    TakeRandom(draws, 2 * static_cast<std::size_t>(count));
+    TakeRemainders(draws, 2 * static_cast<std::size_t>(count), static_cast<u16>(reach.spread));
+    const i64 first = i64{x} + reach.centre;
+    if (first >= reach.spread - 1 && first + count <= picture.width) {
+        for (i32 i = 0; i < count; ++i) {
+            places[i] = reach.rows[draws[2 * i + 1]] +
+                        static_cast<std::ptrdiff_t>(bytes) * (first + i - draws[2 * i]);
+        }
+    } else {
+        for (i32 i = 0; i < count; ++i) {
+            places[i] = reach.rows[draws[2 * i + 1]] +
+                        NearestColumn<bytes>(picture, first + i - draws[2 * i]);
+        }
+    }
+}
 
 } // namespace
 
@@ -45,16 +47,17 @@ DibHandle Splash(DibHandle source, i32 intensity) {
         const DibView& picture = run.source;
         return WithPixelBytes(picture, [&](auto bytes) {
             return run.ForEachRow([&](const u8*, u8* to, i32 y) {
-                std::ptrdiff_t rows[kLargestSpread];
+                Reach reach{{}, spread, centre};
                 for (i32 up = 0; up < spread; ++up) {
-                    rows[up] = NearestRow(picture, i64{y} + centre - up);
+                    reach.rows[up] = NearestRow(picture, i64{y} + centre - up);
                 }
-                Distances distances(static_cast<std::size_t>(picture.width), spread);
-                FetchRow<bytes>(picture, to, [&](i32 x) {
-                    const u16* distance = distances.Next();
-                    return rows[distance[1]] +
-                           NearestColumn<bytes>(picture, i64{x} + centre - distance[0]);
-                });
+                std::ptrdiff_t places[kRun];
+                for (i32 x = 0, count = 0; x < picture.width; x += count) {
+                    count = std::min(kRun, picture.width - x);
+                    DrawPlaces<bytes>(picture, reach, x, count, places);
+                    CopyPixelsAt<bytes>(picture.Row(0), places, static_cast<std::size_t>(count),
+                                        to + static_cast<std::size_t>(x) * bytes);
+                }
             });
         });
     });
