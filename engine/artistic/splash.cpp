@@ -25,9 +25,10 @@ void DrawPlaces(const DibView& picture, const Reach& reach, i32 x, i32 count,
     TakeRemainders(draws, 2 * static_cast<std::size_t>(count), static_cast<u16>(reach.spread));
     const i64 first = i64{x} + reach.centre;
     if (first >= reach.spread - 1 && first + count <= picture.width) {
+        const auto middle = static_cast<std::ptrdiff_t>(first);
         for (i32 i = 0; i < count; ++i) {
             places[i] = reach.rows[draws[2 * i + 1]] +
-                        static_cast<std::ptrdiff_t>(bytes) * (first + i - draws[2 * i]);
+                        static_cast<std::ptrdiff_t>(bytes) * (middle + i - draws[2 * i]);
         }
     } else {
         for (i32 i = 0; i < count; ++i) {
