@@ -18,14 +18,11 @@ WorkEnd SortWindows(const KernelRun& run, i32 size) {
     });
 }
 
-WorkEnd CountWindows(const KernelRun& run, i32 size, ToneColumn* columns) {
-    constexpr i32 kRows = 256; // of a tile, each of which counts the rows below it anew
+WorkEnd CountLevels(const KernelRun& run, i32 size, u8* room) {
     return ForEachTile(
         run, RowRhythm::EveryRow,
-        [&](const Tile& tile) {
-            CountMedianTile(run.source, size, tile, columns, run.ResultRow(0));
-        },
-        kRows);
+        [&](const Tile& tile) { LevelMedianTile(run.source, size, tile, room, run.ResultRow(0)); },
+        LevelTileRows());
 }
 
 } // namespace
@@ -40,11 +37,11 @@ DibHandle MedianFilter(DibHandle source, const SquareSizeParams& params) {
             run.CopyHead();
             return SortWindows(run, size);
         }
-        const BlockTable<ToneColumn> columns(kMedianColumns);
-        if (!columns) {
+        const BlockTable<u8> room(kMedianRoom);
+        if (!room) {
             return WorkEnd::NoMemory;
         }
         run.CopyHead();
-        return CountWindows(run, size, columns.Entries());
+        return CountLevels(run, size, room.Entries());
     });
 }

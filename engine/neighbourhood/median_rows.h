@@ -20,17 +20,19 @@ void SortMedianRows(const DibView& source, i32 size, i32 y, i32 rows, u8* to);
 
 constexpr i32 kLargestMedianSize = 32;
 
-// What a column of a window's samples holds, counted up to each group of 16 tones and in each group
-// up to each tone.
-struct ToneColumn {
-    u8 groups[16];
-    u8 tones[16][16];
-};
+// Tiles of large windows are cut into strips, as many as a vector has bytes.
+constexpr i32 kStripColumns = kTileColumns / 4;
+constexpr i32 kStripRows = 32;
+constexpr std::size_t kMostStrips = 64;
+constexpr i32 kWindowColumns = kStripColumns + kLargestMedianSize - 1;
 
-// Columns that a tile's windows reach into, at most.
-constexpr std::size_t kMedianColumns = std::size_t{3} * (kTileColumns + kLargestMedianSize);
+// Bytes that LevelMedianTile works in.
+constexpr std::size_t kMedianRoom = kMostStrips * 11'500;
 
-// Writes the tiles of the result, `result` being its first row, by counting the tones of each
-// window. Tiles of the same rows come from left to right; `columns` has room for kMedianColumns.
-void CountMedianTile(const DibView& source, i32 size, const Tile& tile, ToneColumn* columns,
-                     u8* result);
+// The rows of its tiles.
+i32 LevelTileRows();
+
+// Writes a tile of the result, `result` being its first row, by counting in each window the samples
+// above each level of tone. Tiles of the same rows come from left to right; `room` has kMedianRoom
+// bytes.
+void LevelMedianTile(const DibView& source, i32 size, const Tile& tile, u8* room, u8* result);

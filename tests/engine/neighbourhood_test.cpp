@@ -1,4 +1,5 @@
 #include "engine/neighbourhood/gaussian_blur.h"
+#include "engine/vector/targets.h"
 #include "tests/support/dib_maker.h"
 
 #include <zq/engine.h>
@@ -36,6 +37,24 @@ TEST(EvenWindows, LeanTowardsLowerPositions) {
     EXPECT_EQ(Filtered(20, RankFilterParams{2, 1}, {10, 50, 20}), (Row{10, 50, 50}));
     EXPECT_EQ(Filtered(20, RankFilterParams{3, 0}, {10, 50, 20}), (Row{10, 10, 20}));
     EXPECT_EQ(Filtered(8, SquareSizeParams{2}, {10, 51, 20}), (Row{10, 31, 36}));
+}
+
+TEST(MedianFilter, KeepsItsToneAlongARowWhereHalfTheSamplesAreBelow) {
+    Row row(1000);
+    for (std::size_t x = 0; x < row.size(); ++x) {
+        row[x] = x < 50 || x % 2 == 0 ? 200 : 10;
+    }
+    for (const i64 target : VectorTargets()) {
+        UseVectorTarget(target);
+        for (const i32 size : {4, 6, 14, 16, 32}) {
+            const Row medians = Filtered(21, SquareSizeParams{size}, row);
+            for (std::size_t x = 0; x < row.size() - 20; ++x) {
+                ASSERT_EQ(medians[x], x < 50u + static_cast<u32>(size) / 2 ? 200 : 199)
+                    << x << ", size " << size << ", " << VectorTargetName(target);
+            }
+        }
+    }
+    UseVectorTarget(0);
 }
 
 TEST(UnsharpMask, DarkensOneStepLaterThanItLightens) {
