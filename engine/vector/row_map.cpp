@@ -61,7 +61,8 @@ __m512i Mix(__m512i one, __m512i other, __m512i share) {
 void MixBytes(const u8* __restrict one, const u8* __restrict other, const u8* __restrict shares,
               u8* __restrict to, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        // At most 256 * 255.
+        // At most 256 * 255. The analyzer does not see that CopyPixels has written both.
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult)
         const auto mix = static_cast<u16>(one[i] * (256 - shares[i]) + other[i] * shares[i]);
         to[i] = static_cast<u8>(mix >> 8);
     }

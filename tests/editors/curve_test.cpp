@@ -8,7 +8,7 @@
 
 namespace {
 
-Curve After(Curve curve, std::vector<CurvePreset> presets) {
+Curve After(Curve curve, const std::vector<CurvePreset>& presets) {
     for (const CurvePreset preset : presets) {
         ApplyPreset(curve, preset);
     }

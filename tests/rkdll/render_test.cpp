@@ -144,11 +144,11 @@ TEST_F(RkImageCropToDibTest, GivesNothingForWhatIsNoDocument) {
     EXPECT_EQ(RkImageCropToDib(stale, -1, 0, &kGreySquares), 0u);
 
     TestDocument document(3, 3);
-    for (const auto& [width, height] :
+    for (const auto& size :
          {std::pair{0, 3}, {3, 0}, {-1, 3}, {3, -2147483647}, {2147483647, 2147483647}}) {
         document.Change([&](ImageDocument& record) {
-            record.width = width;
-            record.height = height;
+            record.width = size.first;
+            record.height = size.second;
         });
         EXPECT_EQ(RkImageCropToDib(document.Handle(), -1, 0, &kGreySquares), 0u);
     }
