@@ -48,7 +48,7 @@ TEST_F(DialogFrame, WritesTheCallersBufferAtOkOrLiveAndNeverBeyondTheRecord) {
                         unchanged = AnnouncedRecord(dialog, words);
                     }
                     expectBuffer(dialog);
-                    const std::vector<i32> atOpening = announced;
+                    const std::vector<i32> atOpening(announced.begin(), announced.end());
                     ChangeSomething(dialog, row);
                     expectBuffer(dialog);
                     EXPECT_NE(announced, atOpening);
@@ -215,21 +215,22 @@ TEST_F(DialogFrame, RunsThePreviewOnARecordScaledByTheZoom) {
         {54, 50, {5, 3, 1, 0}},
     };
     const TestDocument document(400, 300);
-    for (const auto& [effect, zoomPercent, scaled] : cases) {
-        SCOPED_TRACE(testing::Message() << "effect " << effect << " at " << zoomPercent << "%");
+    for (const auto& row : cases) {
+        SCOPED_TRACE(testing::Message()
+                     << "effect " << row.effect << " at " << row.zoomPercent << "%");
         CallerBuffer buffer;
-        RunEffectDialog(effect, document.Handle(), buffer.words.data(), [&](HWND dialog) {
+        RunEffectDialog(row.effect, document.Handle(), buffer.words.data(), [&](HWND dialog) {
             const HWND after = GetDlgItem(dialog, kAfterPaneId);
             PreviewControl& pane = *PreviewControlOf(after);
             const void* address = pane.params;
-            const std::vector<i32> record = AnnouncedRecord(dialog, scaled.size());
-            SetZoomPercent(pane, zoomPercent);
-            ASSERT_EQ(pane.zoomPercent, zoomPercent);
+            const std::vector<i32> record = AnnouncedRecord(dialog, row.scaled.size());
+            SetZoomPercent(pane, row.zoomPercent);
+            ASSERT_EQ(pane.zoomPercent, row.zoomPercent);
             ASSERT_TRUE(RebuildPreviewDocument(pane));
-            const std::vector<u8> expected = Applied(pane, effect, scaled);
+            const std::vector<u8> expected = Applied(pane, row.effect, row.scaled);
             SendMessageA(after, WM_TIMER, kPreviewTimer, 0);
             EXPECT_EQ(pane.params, address);
-            EXPECT_EQ(AnnouncedRecord(dialog, scaled.size()), record);
+            EXPECT_EQ(AnnouncedRecord(dialog, row.scaled.size()), record);
 
             EXPECT_EQ(LayerOf(pane), expected);
         });

@@ -94,15 +94,15 @@ TEST_F(DirectionGrids, MarkTheCellOfTheLastOkUntilAnotherIsChosen) {
         {54, 4208, 4202, false}, {54, 4208, 4201, true}, {53, 4205, 4207, false},
         {53, 4205, 4206, true},  {54, 4201, 4208, true}, {53, 4206, 4205, true},
     };
-    for (const auto& [effect, marked, chosen, accept] : steps) {
-        SCOPED_TRACE(testing::Message() << "effect " << effect << ", chooses " << chosen);
+    for (const auto& step : steps) {
+        SCOPED_TRACE(testing::Message() << "effect " << step.effect << ", chooses " << step.chosen);
         CallerBuffer buffer;
-        RunEffectDialog(effect, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
-            EXPECT_EQ(GetFocus(), GetDlgItem(dialog, marked));
-            ExpectMarked(dialog, marked);
-            Click(dialog, chosen);
-            ExpectMarked(dialog, chosen);
-            accept ? PressOk(dialog) : PressCancel(dialog);
+        RunEffectDialog(step.effect, colour_.Handle(), buffer.words.data(), [&](HWND dialog) {
+            EXPECT_EQ(GetFocus(), GetDlgItem(dialog, step.marked));
+            ExpectMarked(dialog, step.marked);
+            Click(dialog, step.chosen);
+            ExpectMarked(dialog, step.chosen);
+            step.accept ? PressOk(dialog) : PressCancel(dialog);
         });
     }
 }

@@ -116,7 +116,8 @@ void ListTones() {
     });
     for (int intensity = 1; intensity <= 100; ++intensity) {
         const int highCut = 255 - intensity / 5;
-        const double exponent = (1.0 - intensity / 25 * 0.06) * (1000.0 - intensity) * 0.001;
+        const int quarters = intensity / 25;
+        const double exponent = (1.0 - quarters * 0.06) * (1000.0 - intensity) * 0.001;
         List(Named("enhance", intensity), 0, highCut, [&](int i) {
             return static_cast<i32>(std::pow(static_cast<double>(i) / highCut, exponent) * 255.0 +
                                     0.5);

@@ -17,7 +17,7 @@ namespace {
 struct Options : OPENFILENAMEA {
     char file[64] = "";
 
-    explicit Options(const char* folder = nullptr) : OPENFILENAMEA{} {
+    explicit Options(const char* folder = nullptr) : OPENFILENAMEA() {
         lStructSize = sizeof(OPENFILENAMEA);
         lpstrFilter = "Magic Curve (*.mmc)\0*.mmc\0";
         lpstrFile = file;
