@@ -87,7 +87,8 @@ void AddNeighbourhoods(Rows& rows) {
     }
     for (const auto& [size, goal] : {SizeGoal{3, 0.27}, {11, 0.14}, {32, 0.07}}) {
         rows.Add(17, SizeText(size), Record(SquareSizeParams{size}), goal,
-                 size % 2 != 0 ? "`GaussianBlur`" : "`sepFilter2D`", Gaussian(size));
+                 size % 2 != 0 ? "`GaussianBlur` (weights of 8 bits, here 20)" : "`sepFilter2D`",
+                 Gaussian(size));
     }
     for (const auto& [size, goal] : {SizeGoal{3, 0.5}, {10, 0.4}, {32, 0.3}}) {
         rows.Add(20, SizeText(size), Record(RankFilterParams{size, 1}), goal, "`dilate`",
