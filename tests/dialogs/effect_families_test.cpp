@@ -39,9 +39,10 @@ TEST_F(EffectFamilies, OpenAtTheirIntensityUnderTheEffectsTitle) {
 }
 
 TEST_F(EffectFamilies, GiveTheChosenIntensityInTheFirstWord) {
-    for (const auto& [effect, largest] : {std::pair{40, 15}, {37, 100}, {50, 100}}) {
+    for (const auto& chosen : {std::pair{40, 15}, {37, 100}, {50, 100}}) {
+        const i32 largest = chosen.second;
         CallerBuffer buffer;
-        EXPECT_EQ(RunEffectDialog(effect, colour_.Handle(), buffer.words.data(),
+        EXPECT_EQ(RunEffectDialog(chosen.first, colour_.Handle(), buffer.words.data(),
                                   [&](HWND dialog) {
                                       ExpectMoves(dialog, {{4293, SB_BOTTOM, {largest}}});
                                       PressOk(dialog);
