@@ -45,7 +45,7 @@ public:
     RowMap(i32 width, std::size_t pixelBytes);
 
     // False when memory was short.
-    explicit operator bool() const { return offsets_ && windows_; }
+    explicit operator bool() const { return offsets_ && blocks_; }
 
     void Set(i32 column, i32 fromColumn) const {
         offsets_[static_cast<std::size_t>(column)] =
@@ -63,23 +63,33 @@ public:
     // `shares[i]`.
     void FetchMixed(const u8* from, std::size_t next, const u8* shares, u8* to) const;
 
-    // What the vector code works on: blocks of whole pixels, of 64 bytes or one less. Where a block
-    // and the pixels behind its own come from within two vectors, these are loaded and permuted.
-    static constexpr std::size_t kBlockBytes = 64;
-    struct Window {
-        std::size_t begin;
+    // What the vector code works on: blocks of four parts of whole pixels each, of 16 bytes or one
+    // less. Where each part's pixels lie within twice as many bytes, these are loaded and shuffled.
+    static constexpr std::size_t kParts = 4;
+    static constexpr std::size_t kPartBytes = 16;
+    static constexpr std::size_t kBlockBytes = kParts * kPartBytes;
+    static constexpr u8 kSecond = 0x80;
+    struct Block {
         bool isNear;
+        std::size_t begins[kParts];
+        // Of each byte in what is loaded for its part: in the first 16, or in the second with
+        // kSecond added.
         u8 places[kBlockBytes];
     };
-    std::size_t Width() const { return width_; }
     std::size_t PixelBytes() const { return pixelBytes_; }
-    const Window* Windows() const { return windows_.Entries(); }
+    std::size_t Width() const { return width_; }
+    std::size_t PartPixels() const { return partPixels_; }
+    std::size_t BlockPixels() const { return kParts * partPixels_; }
+    const Block* Blocks() const { return blocks_.Entries(); }
     // Copies `count` pixels from `x` on one by one.
     void CopyPixels(const u8* from, std::size_t x, std::size_t count, u8* to) const;
 
 private:
+    bool SetPart(const std::size_t* offsets, std::size_t& begin, u8* places) const;
+
     const std::size_t width_;
     const std::size_t pixelBytes_;
+    const std::size_t partPixels_;
     const BlockTable<std::size_t> offsets_;
-    const BlockTable<Window> windows_;
+    const BlockTable<Block> blocks_;
 };

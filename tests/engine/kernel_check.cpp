@@ -60,14 +60,16 @@ std::vector<i32> MakeRecord(Random& random, const CheckedKernel& kernel) {
         record.push_back(MakeWord(random, field, kernel.fields.size()));
     }
     if ((kernel.traits & kByteTable) != 0) {
-        // Noise, a constant or the identity with a little noise.
-        const u32 kind = random() % 3;
+        // Noise, a constant, the identity with a little noise, or a slope up or down.
+        const u32 kind = random() % 4;
         const u8 constant = static_cast<u8>(random() % 2 * 255);
+        const u32 slope = 1 + random() % 8;
         std::array<u8, 256> table;
         for (u32 i = 0; i < table.size(); ++i) {
             table[i] = kind == 0   ? static_cast<u8>(random())
                        : kind == 1 ? constant
-                                   : static_cast<u8>(std::min<u32>(i + random() % 4, 255));
+                       : kind == 2 ? static_cast<u8>(std::min<u32>(i + random() % 4, 255))
+                                   : static_cast<u8>(constant ^ std::min<u32>(i * slope / 4, 255));
         }
         const std::size_t words = record.size();
         record.resize(words + table.size() / sizeof(i32));
@@ -84,9 +86,12 @@ std::pair<i32, i32> MakeSize(Random& random, bool large, bool costly, bool veryW
         return wide[random() % std::size(wide)];
     }
     if (large) {
-        return costly || random() % 4 == 0
-                   ? std::pair(Between(random, 120, 420), Between(random, 2, 12))
-                   : std::pair(Between(random, 17, 67), Between(random, 17, 53));
+        if (costly || random() % 4 == 0) {
+            return {Between(random, 120, 420), Between(random, 2, 12)};
+        }
+        // Some rows have no padding, so that nothing may be written behind them.
+        const i32 width = random() % 3 == 0 ? 4 * Between(random, 5, 16) : Between(random, 17, 67);
+        return {width, Between(random, 17, 53)};
     }
     return random() % 3 == 0 ? small[random() % std::size(small)]
                              : std::pair(Between(random, 2, 16), Between(random, 2, 16));
