@@ -1,11 +1,12 @@
 #include "engine/colour/hue_row.h"
 
+#include <cstdlib>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/colour/hue_row.cpp"
 #define HWY_WANT_AVX3_DL
 #include <hwy/foreach_target.h>
 
-#include "engine/vector/byte_table-inl.h"
 #include "engine/vector/byte_words-inl.h"
 #include "engine/vector/pixel_planes-inl.h"
 
@@ -79,43 +80,40 @@ HWY_INLINE WordVector Unsigned(IntVector words) {
     return hn::BitCast(WordTag(), words);
 }
 
+HWY_INLINE WordVector Pull(WordVector tone, const Saturation& saturation) {
+    const WordTag tag;
+    const WordVector doubled = hn::MulHigh(hn::Add(tone, tone), hn::Set(tag, saturation.part));
+    const WordVector part = hn::AverageRound(doubled, hn::Zero(tag));
+    const WordVector whole = hn::Mul(tone, hn::Set(tag, saturation.whole));
+    return hn::Sub(hn::Add(whole, part), hn::Min(tone, hn::Set(tag, saturation.isBelow)));
+}
+
+HWY_INLINE Colours Saturate(const Colours& colour, const Saturation& saturation) {
+    const auto [blue, green, red] = colour;
+    const IntVector largest = hn::Max(hn::Max(blue, green), red);
+    const WordVector farthest = Pull(Unsigned(largest), saturation);
+    const IntVector sign = Number(-saturation.isBelow);
+    const auto move = [&](IntVector channel) {
+        const IntVector pull = Signed(hn::Sub(farthest, Pull(Unsigned(channel), saturation)));
+        const IntVector change = hn::Sub(hn::Xor(pull, sign), sign);
+        const IntVector moved = hn::Add(hn::ShiftLeft<7>(channel), change);
+        return hn::Max(hn::ShiftRight<7>(moved), Number(0));
+    };
+    return {move(blue), move(green), move(red)};
+}
+
 void TurnPixels(const u8* from, u8* to, std::size_t pixels, const HueTurn& turn,
-                const SaturationTables& saturation, Stores stores) {
-    const VectorTable keepLow(saturation.keepLow);
-    const VectorTable keepHigh(saturation.keepHigh);
-    const VectorTable pullLow(saturation.pullLow);
-    const VectorTable pullHigh(saturation.pullHigh);
-    const auto join = [](WordVector low, WordVector high) {
-        return hn::Or(low, hn::ShiftLeft<8>(high));
-    };
-    const auto round = [](WordVector moved) {
-        return Unsigned(hn::Max(hn::ShiftRight<7>(Signed(moved)), Number(0)));
-    };
+                const Saturation& saturation, Stores stores) {
     ForPixelVectors(
         from, to, pixels, stores, [&](ByteVector& blue, ByteVector& green, ByteVector& red) {
-            const Colours even = Turn(
-                {Signed(EvenWords(blue)), Signed(EvenWords(green)), Signed(EvenWords(red))}, turn);
-            const Colours odd = Turn(
-                {Signed(OddWords(blue)), Signed(OddWords(green)), Signed(OddWords(red))}, turn);
+            const auto change = [&](WordVector b, WordVector g, WordVector r) {
+                return Saturate(Turn({Signed(b), Signed(g), Signed(r)}, turn), saturation);
+            };
+            const Colours even = change(EvenWords(blue), EvenWords(green), EvenWords(red));
+            const Colours odd = change(OddWords(blue), OddWords(green), OddWords(red));
             blue = BytesOfWords(Unsigned(even.blue), Unsigned(odd.blue));
             green = BytesOfWords(Unsigned(even.green), Unsigned(odd.green));
             red = BytesOfWords(Unsigned(even.red), Unsigned(odd.red));
-
-            const ByteVector largest = hn::Max(hn::Max(blue, green), red);
-            const ByteVector low = pullLow[largest];
-            const ByteVector high = pullHigh[largest];
-            const WordVector evenPull = join(EvenWords(low), EvenWords(high));
-            const WordVector oddPull = join(OddWords(low), OddWords(high));
-            const auto move = [&](ByteVector& channel) {
-                const ByteVector keptLow = keepLow[channel];
-                const ByteVector keptHigh = keepHigh[channel];
-                channel = BytesOfWords(
-                    round(hn::Add(join(EvenWords(keptLow), EvenWords(keptHigh)), evenPull)),
-                    round(hn::Add(join(OddWords(keptLow), OddWords(keptHigh)), oddPull)));
-            };
-            move(blue);
-            move(green);
-            move(red);
         });
 }
 
@@ -127,20 +125,15 @@ HWY_AFTER_NAMESPACE();
 HWY_EXPORT(TurnPixels);
 
 void TurnPixels(const u8* from, u8* to, std::size_t pixels, const HueTurn& turn,
-                const SaturationTables& saturation, Stores stores) {
+                const Saturation& saturation, Stores stores) {
     HWY_DYNAMIC_DISPATCH(TurnPixels)(from, to, pixels, turn, saturation, stores);
 }
 
-SaturationTables::SaturationTables(i32 percent) {
-    for (std::size_t tone = 0; tone < 256; ++tone) {
-        const i32 scaled = static_cast<i32>(tone) * 128;
-        const i32 pull = (scaled * percent + 50) / 100;
-        const i32 keep = scaled - pull;
-        keepLow[tone] = static_cast<u8>(keep);
-        keepHigh[tone] = static_cast<u8>(keep >> 8);
-        pullLow[tone] = static_cast<u8>(pull);
-        pullHigh[tone] = static_cast<u8>(pull >> 8);
-    }
+Saturation::Saturation(i32 percent) {
+    const u32 times25 = 32 * static_cast<u32>(std::abs(percent));
+    whole = static_cast<u16>(times25 / 25);
+    part = static_cast<u16>((times25 % 25 * 65536 + 24) / 25);
+    isBelow = percent < 0 ? u16{1} : u16{0};
 }
 
 #endif

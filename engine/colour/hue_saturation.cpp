@@ -35,7 +35,7 @@ DibHandle HueSaturation(DibHandle source, const HueSaturationParams& params) {
     }
     const i32 degrees = (params.hue + 360) % 360;
     const HueTurn turn{static_cast<u16>(degrees / 60), static_cast<u16>(degrees % 60)};
-    const SaturationTables saturation(params.saturation);
+    const Saturation saturation(params.saturation);
     return RunKernel(source, Depths::PaletteAware, [&](const KernelRun& run) {
         run.CopyHead();
         if (run.source.imageClass == ImageClass::Colour) {

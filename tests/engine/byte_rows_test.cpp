@@ -99,7 +99,7 @@ TEST(ByteRows, GiveEveryByteAndNoOther) {
 // Only large pictures are written past the caches: here small ones are, too.
 TEST(ByteRows, PixelsPastTheCachesAreTheSame) {
     std::mt19937 random(9);
-    const SaturationTables saturation(-40);
+    const Saturation saturation(-40);
     for (const i64 target : VectorTargets()) {
         UseVectorTarget(target);
         for (std::size_t pixels = 1; pixels < 270; ++pixels) {
