@@ -63,37 +63,28 @@ public:
 
     HWY_INLINE ByteVector operator[](ByteVector index) const {
         namespace hn = hwy::HWY_NAMESPACE;
-        const ByteVector place = hn::And(index, hn::Set(ByteTag(), u8{15}));
-        ByteVector answers[kParts];
-        for (std::size_t part = 0; part < kParts; ++part) {
-            answers[part] = hn::TableLookupBytes(parts_[part], place);
-        }
-        // The bit that chooses, moved up to the sign.
-        ByteVector chooser[4] = {index, index, index, index};
-        for (std::size_t level = 0; level < 4; ++level) {
-            for (std::size_t times = 3; times > level; --times) {
-                chooser[level] = hn::Add(chooser[level], chooser[level]);
-            }
-        }
-        std::size_t count = kParts;
-        for (const ByteVector& bit : chooser) {
-            count /= 2;
-            for (std::size_t i = 0; i < count; ++i) {
-                answers[i] = Choose(bit, answers[2 * i + 1], answers[2 * i]);
-            }
-        }
-        return answers[0];
+        return Answer<kParts>(parts_, hn::And(index, hn::Set(ByteTag(), u8{15})), index);
     }
 
 private:
     static constexpr std::size_t kParts = 16;
 
-    static HWY_INLINE ByteVector Choose(ByteVector bit, ByteVector yes, ByteVector no) {
+    // Of `count` parts, those of the lower half are meant where the sign of `chooser` is clear.
+    template <std::size_t count>
+    static HWY_INLINE ByteVector Answer(const ByteVector* parts, ByteVector place,
+                                        ByteVector chooser) {
         namespace hn = hwy::HWY_NAMESPACE;
-        const hn::RebindToSigned<ByteTag> tag;
-        return hn::BitCast(ByteTag(),
-                           hn::IfNegativeThenElse(hn::BitCast(tag, bit), hn::BitCast(tag, yes),
-                                                  hn::BitCast(tag, no)));
+        if constexpr (count == 1) {
+            return hn::TableLookupBytes(*parts, place);
+        } else {
+            const ByteVector next = hn::Add(chooser, chooser); // the next bit becomes the sign
+            const ByteVector lower = Answer<count / 2>(parts, place, next);
+            const ByteVector upper = Answer<count / 2>(parts + count / 2, place, next);
+            const hn::RebindToSigned<ByteTag> tag;
+            return hn::BitCast(ByteTag(), hn::IfNegativeThenElse(hn::BitCast(tag, chooser),
+                                                                 hn::BitCast(tag, upper),
+                                                                 hn::BitCast(tag, lower)));
+        }
     }
 
     ByteVector parts_[kParts];
