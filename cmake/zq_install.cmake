@@ -14,6 +14,11 @@ else()
   list(APPEND programs minimal)
 endif()
 
+# Everything but the tests.
+add_custom_target(zq_products DEPENDS ${libraries} ${programs} minimal zq_record_tables)
+# What has been built is installed and packed; it is not built for that.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
 # The names that a host links: zqUi::zqUi, zqUi::engine, zqUi::memory. The others stand behind them.
 set_target_properties(zqengine PROPERTIES EXPORT_NAME engine)
 set_target_properties(rkdll PROPERTIES EXPORT_NAME imaging)

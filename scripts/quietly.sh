@@ -19,5 +19,6 @@ quietly() {
 use_ccache() {
     if command -v ccache >/dev/null; then
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
 }
