@@ -10,6 +10,8 @@ target_compile_options(
 target_compile_options(zq_build_flags INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
 # Floating-point results are part of the kernels' behaviour: no fused operations.
 target_compile_options(zq_build_flags INTERFACE -ffp-contract=off)
+# Compiler caches must see what a precompiled header stands for.
+target_compile_options(zq_build_flags INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
 if(ZQ_SANITIZE)
   target_compile_options(
     zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE} -fno-sanitize-recover=all
@@ -25,19 +27,6 @@ function(zq_layer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC zq_build_flags ${ARG_DEPENDS})
-endfunction()
-
-# zq_precompile(TARGET HEADERS ...): what nearly every file of the target includes is read once.
-function(zq_precompile target)
-  list(TRANSFORM ARGN PREPEND "$<$<COMPILE_LANGUAGE:CXX>:" OUTPUT_VARIABLE headers)
-  list(TRANSFORM headers APPEND ">")
-  target_precompile_headers(${target} PRIVATE ${headers})
-  zq_let_caches_precompile(${target})
-endfunction()
-
-# Compiler caches must see what a precompiled header stands for.
-function(zq_let_caches_precompile target)
-  target_compile_options(${target} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
 endfunction()
 
 # zq_exports(TARGET MAP DEF): a shared library shows what a version script lists, on Windows a .def
@@ -61,8 +50,8 @@ function(zq_exports target map def)
   endif()
 endfunction()
 
-# The time of a test goes into what it calls: its own code is translated as it stands, which takes a
-# third of the time.
+# A test's time goes into what it calls: its own code is not optimised, which compiles in a third of
+# the time.
 add_library(zq_test_flags INTERFACE)
 target_compile_options(zq_test_flags INTERFACE -O0 -fPIC)
 target_link_libraries(zq_test_flags INTERFACE zq_build_flags GTest::gtest GTest::gtest_main)
@@ -73,7 +62,6 @@ function(zq_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} zq_test_flags)
   target_precompile_headers(${name} REUSE_FROM zq_test_header)
-  zq_let_caches_precompile(${name})
   if(WIN32)
     # A program at a time: each start of the emulator takes a while.
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
