@@ -15,7 +15,10 @@ else()
 endif()
 
 # Everything but the tests.
-add_custom_target(zq_products DEPENDS ${libraries} ${programs} minimal zq_record_tables)
+add_custom_target(zq_products DEPENDS ${libraries} ${programs} zq_record_tables)
+if(NOT WIN32)
+  add_dependencies(zq_products minimal)
+endif()
 # What has been built is installed and packed; it is not built for that.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 

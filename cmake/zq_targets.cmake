@@ -15,7 +15,7 @@ target_compile_options(zq_build_flags INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>
 if(ZQ_SANITIZE)
   target_compile_options(
     zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE} -fno-sanitize-recover=all
-                             -fno-omit-frame-pointer -g1)
+                             -fno-omit-frame-pointer -g1) # lines for the reports
   target_link_options(zq_build_flags INTERFACE -fsanitize=${ZQ_SANITIZE})
 endif()
 if(ZQ_FUZZ)
@@ -49,12 +49,6 @@ function(zq_exports target map def)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
   endif()
 endfunction()
-
-# A test's time goes into what it calls: its own code is not optimised, which compiles in a third of
-# the time.
-add_library(zq_test_flags INTERFACE)
-target_compile_options(zq_test_flags INTERFACE -O0 -fPIC)
-target_link_libraries(zq_test_flags INTERFACE zq_build_flags GTest::gtest GTest::gtest_main)
 
 # zq_test(NAME SOURCES ... DEPENDS ...): one test program; its cases become tests of their own.
 function(zq_test name)

@@ -19,6 +19,7 @@ quietly() {
 use_ccache() {
     if command -v ccache >/dev/null; then
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        # Without these it passes precompiled headers by.
         export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
 }

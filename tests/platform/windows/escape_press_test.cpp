@@ -14,13 +14,13 @@ namespace {
 class EscapePress : public testing::Test {
 protected:
     void SetUp() override {
-        window = CreateWindowExA(0, "Static", "", WS_POPUP | WS_VISIBLE, 0, 0, 8, 8, nullptr,
-                                 nullptr, nullptr, nullptr);
-        SetForegroundWindow(window);
-        SetFocus(window);
+        window_ = CreateWindowExA(0, "Static", "", WS_POPUP | WS_VISIBLE, 0, 0, 8, 8, nullptr,
+                                  nullptr, nullptr, nullptr);
+        SetForegroundWindow(window_);
+        SetFocus(window_);
     }
 
-    void TearDown() override { DestroyWindow(window); }
+    void TearDown() override { DestroyWindow(window_); }
 
     static std::string WaitingKeys() {
         std::string keys;
@@ -31,12 +31,12 @@ protected:
         return keys;
     }
 
-    HWND window = nullptr;
+    HWND window_ = nullptr;
 };
 
 TEST_F(EscapePress, LeavesTheQueueAndOtherKeysStay) {
     for (const char key : {'A', char{VK_ESCAPE}, 'B', char{VK_ESCAPE}}) {
-        PostMessageA(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
+        PostMessageA(window_, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
     }
     DropEscapePress();
     EXPECT_EQ(WaitingKeys(), "AB");
